@@ -1,0 +1,14 @@
+# Compile options of every target of the project.
+add_library(veldan_options INTERFACE)
+target_compile_options(veldan_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2
+  -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Unique symbols would keep a library in memory after dlclose.
+  target_compile_options(veldan_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
+endif()
+if(VELDAN_SANITIZE)
+  target_compile_options(veldan_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(veldan_options INTERFACE -fsanitize=address,undefined)
+endif()
+target_include_directories(veldan_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)

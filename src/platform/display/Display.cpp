@@ -1,0 +1,7 @@
+#include "platform/display/Display.h"
+
+namespace veldan {
+
+Display::~Display() = default;
+
+}  // namespace veldan

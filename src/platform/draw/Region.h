@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/core/Export.h"
+#include "platform/core/Geometry.h"
+
+#include <vector>
+
+struct _cairo_region;
+
+namespace veldan {
+
+/// A set of pixels made of rectangles; a value type. The empty region is the default.
+class VELDAN_PLATFORM_API Region {
+public:
+    Region();
+    explicit Region(const CRect& rect);
+    Region(const Region& other);
+    Region(Region&& other) noexcept;
+    Region& operator=(const Region& other);
+    Region& operator=(Region&& other) noexcept;
+    ~Region();
+
+    [[nodiscard]] bool IsEmpty() const;
+    [[nodiscard]] CRect Bounds() const;
+    [[nodiscard]] bool Contains(CPoint point) const;
+    [[nodiscard]] bool Intersects(const CRect& rect) const;
+    /// The region as rectangles without overlap, from top to bottom, left to right.
+    [[nodiscard]] std::vector<CRect> Rects() const;
+    bool operator==(const Region& other) const;
+
+    Region& Add(const CRect& rect);
+    Region& Add(const Region& other);
+    Region& Intersect(const CRect& rect);
+    Region& Intersect(const Region& other);
+    Region& Subtract(const CRect& rect);
+    Region& Subtract(const Region& other);
+    Region& Translate(CPoint by);
+    void Clear();
+
+private:
+    _cairo_region* m_region = nullptr;  // null means empty
+};
+
+}  // namespace veldan
