@@ -26,7 +26,9 @@ public:
     [[nodiscard]] CRect Bounds() const { return {0, 0, m_width, m_height}; }
 
     /// Row y of the pixels, 0 <= y < Height().
-    [[nodiscard]] std::uint32_t* Row(int y) { return m_pixels.get() + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width); }
+    [[nodiscard]] std::uint32_t* Row(int y) {
+        return m_pixels.get() + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width);
+    }
     [[nodiscard]] const std::uint32_t* Row(int y) const {
         return m_pixels.get() + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width);
     }
