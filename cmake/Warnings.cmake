@@ -7,6 +7,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Unique symbols would keep a library in memory after dlclose.
   target_compile_options(veldan_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
 endif()
+# Link options of the shared libraries: nothing is left undefined, nothing unused is loaded. Clang leaves the sanitizers'
+# functions to the program, so its libraries can't be complete.
+set(VELDAN_LINK_OPTIONS -Wl,--as-needed)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  list(APPEND VELDAN_LINK_OPTIONS -Wl,-z,defs)
+endif()
 if(VELDAN_SANITIZE)
   target_compile_options(veldan_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(veldan_options INTERFACE -fsanitize=address,undefined)
