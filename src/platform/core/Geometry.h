@@ -38,10 +38,16 @@ struct CRect {
     [[nodiscard]] constexpr CSize Size() const { return {Width(), Height()}; }
     [[nodiscard]] constexpr bool IsEmpty() const { return right <= left || bottom <= top; }
     [[nodiscard]] constexpr bool IsNull() const { return *this == CRect{}; }
-    [[nodiscard]] constexpr bool Contains(CPoint p) const { return p.x >= left && p.x < right && p.y >= top && p.y < bottom; }
-    [[nodiscard]] constexpr CRect Offset(CPoint by) const { return {left + by.x, top + by.y, right + by.x, bottom + by.y}; }
+    [[nodiscard]] constexpr bool Contains(CPoint p) const {
+        return p.x >= left && p.x < right && p.y >= top && p.y < bottom;
+    }
+    [[nodiscard]] constexpr CRect Offset(CPoint by) const {
+        return {left + by.x, top + by.y, right + by.x, bottom + by.y};
+    }
     /// Moves every side outwards; negative numbers shrink. A rectangle shrunk past nothing comes out turned inside out.
-    [[nodiscard]] constexpr CRect Inflate(int dx, int dy) const { return {left - dx, top - dy, right + dx, bottom + dy}; }
+    [[nodiscard]] constexpr CRect Inflate(int dx, int dy) const {
+        return {left - dx, top - dy, right + dx, bottom + dy};
+    }
     [[nodiscard]] constexpr CRect Intersect(const CRect& other) const {
         return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
                 std::min(bottom, other.bottom)};

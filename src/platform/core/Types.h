@@ -24,17 +24,32 @@ using COLORREF = std::uint32_t;
 constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
     return (red & 0xff) | (green & 0xff) << 8 | (blue & 0xff) << 16;
 }
-constexpr unsigned GetRValue(COLORREF colour) { return colour & 0xff; }
-constexpr unsigned GetGValue(COLORREF colour) { return colour >> 8 & 0xff; }
-constexpr unsigned GetBValue(COLORREF colour) { return colour >> 16 & 0xff; }
+constexpr unsigned GetRValue(COLORREF colour) {
+    return colour & 0xff;
+}
+constexpr unsigned GetGValue(COLORREF colour) {
+    return colour >> 8 & 0xff;
+}
+constexpr unsigned GetBValue(COLORREF colour) {
+    return colour >> 16 & 0xff;
+}
 
 /// The low and the high 16 bits of a message argument, as signed numbers: coordinates may be negative.
-constexpr int SignedLoWord(std::intptr_t value) { return static_cast<std::int16_t>(value & 0xffff); }
-constexpr int SignedHiWord(std::intptr_t value) { return static_cast<std::int16_t>(value >> 16 & 0xffff); }
-constexpr UINT LoWord(std::uintptr_t value) { return value & 0xffff; }
-constexpr UINT HiWord(std::uintptr_t value) { return value >> 16 & 0xffff; }
+constexpr int SignedLoWord(std::intptr_t value) {
+    return static_cast<std::int16_t>(value & 0xffff);
+}
+constexpr int SignedHiWord(std::intptr_t value) {
+    return static_cast<std::int16_t>(value >> 16 & 0xffff);
+}
+constexpr UINT LoWord(std::uintptr_t value) {
+    return value & 0xffff;
+}
+constexpr UINT HiWord(std::uintptr_t value) {
+    return value >> 16 & 0xffff;
+}
 constexpr LPARAM MakeLParam(int low, int high) {
-    return static_cast<LPARAM>((static_cast<std::uint32_t>(high) & 0xffffU) << 16 | (static_cast<std::uint32_t>(low) & 0xffffU));
+    return static_cast<LPARAM>((static_cast<std::uint32_t>(high) & 0xffffU) << 16 |
+                               (static_cast<std::uint32_t>(low) & 0xffffU));
 }
 
 }  // namespace veldan

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/core/Text.h"
+
+#include <cstdint>
+
+namespace veldan {
+
+// Every path here may hold slashes and backslashes, doubled ones too. Each component is matched without regard to case:
+// by its exact spelling, else by the byte-smallest name that differs only in case, also where a file is created, copied
+// or deleted. An empty path or one of separators only names nothing. A call that fails changes nothing on the disk.
+
+enum class PathKind {
+    None,
+    File,
+    Folder,
+};
+
+/// What stands at a path, behind links. What is neither a regular file nor a folder counts as none.
+[[nodiscard]] VELDAN_PLATFORM_API PathKind QueryPath(std::string_view path);
+
+/// Whether something stands at a path and its being a folder agrees with `wantFolder`.
+[[nodiscard]] VELDAN_PLATFORM_API bool PathExists(std::string_view path, bool wantFolder);
+
+/// Whether a regular file stands there that can be opened for reading.
+[[nodiscard]] VELDAN_PLATFORM_API bool FileExists(std::string_view path);
+
+/// Reads a regular file whole. False if that fails or the file is larger than `limit` bytes; `bytes` is then unchanged.
+[[nodiscard]] VELDAN_PLATFORM_API bool ReadWholeFile(std::string_view path, CString& bytes, std::int64_t limit);
+
+/// Replaces or creates a file, whole or not at all: whatever ends the process, the old content or the new one stands
+/// there, never a part. A replaced file keeps its mode. False for a file without any write bit, a missing folder, a
+/// target that is no regular file, and a name that holds any of `< > : " | ? *` or a control character.
+VELDAN_PLATFORM_API bool WriteFileWhole(std::string_view path, std::string_view bytes);
+
+/// Copies a regular file with its mode over the target, whole or not at all, under the same conditions as
+/// `WriteFileWhole`. A file copied onto itself stays as it is, which is a success.
+VELDAN_PLATFORM_API bool CopyFile(std::string_view source, std::string_view target);
+
+/// Deletes a regular file, a link itself rather than what it leads to. False if there is none, or if it has no write
+/// bit.
+VELDAN_PLATFORM_API bool DeleteFile(std::string_view path);
+
+/// Removes the temporary files that processes of this library left behind in a folder when they were ended in the
+/// middle of a write; those still being written stay.
+VELDAN_PLATFORM_API void SweepTemporaries(std::string_view folder);
+
+}  // namespace veldan

@@ -1,0 +1,36 @@
+#include "platform/core/FileCalls.h"
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace veldan {
+
+namespace {
+
+// `open` takes a variable number of arguments, so its address alone doesn't fit the table.
+int Open(const char* path, int flags, mode_t mode) {
+    return ::open(path, flags, mode);
+}
+
+constexpr FileCalls kSystemCalls = {Open, ::pread, ::write, ::fsync, ::fchmod, ::rename, ::unlink, ::close};
+
+const FileCalls* g_pCalls = &kSystemCalls;
+
+}  // namespace
+
+const FileCalls& SystemFileCalls() {
+    return kSystemCalls;
+}
+
+const FileCalls& CurrentFileCalls() {
+    return *g_pCalls;
+}
+
+void ReplaceFileCalls(const FileCalls* pCalls) {
+    g_pCalls = pCalls ? pCalls : &kSystemCalls;
+}
+
+}  // namespace veldan

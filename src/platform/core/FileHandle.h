@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace veldan {
+
+/// Owns an open file of the system. Reads and writes go through `FileCalls`, go on after an interruption and finish
+/// what was done in part.
+class FileHandle {
+public:
+    FileHandle() = default;
+    explicit FileHandle(int file) : m_file(file) {}
+    FileHandle(FileHandle&& other) noexcept : m_file(std::exchange(other.m_file, -1)) {}
+    FileHandle& operator=(FileHandle&& other) noexcept {
+        std::swap(m_file, other.m_file);
+        return *this;
+    }
+    ~FileHandle() { Close(); }
+
+    /// Opens as `open` does, closed for child processes; a handle that isn't open leaves the reason in `errno`.
+    [[nodiscard]] static FileHandle Open(const char* path, int flags, mode_t mode = 0);
+
+    [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
+    [[nodiscard]] int Get() const { return m_file; }
+    void Close();
+
+    /// Fills `bytes` from that place of the file on, less at the file's end; nothing on an error.
+    [[nodiscard]] std::optional<std::size_t> ReadAt(std::int64_t offset, std::span<char> bytes) const;
+    [[nodiscard]] bool Write(std::string_view bytes) const;
+    [[nodiscard]] bool Sync() const;
+
+private:
+    int m_file = -1;
+};
+
+enum class FileAccess {
+    Read,
+    /// Also for writing, in place; fails on a file without any write bit, whoever runs the process.
+    ReadWrite,
+    /// As before, with every write at the file's end; creates the file if it is missing.
+    Append,
+};
+
+struct OpenedFile {
+    FileHandle handle;
+    struct stat status = {};
+};
+
+/// Opens a regular file at a path of any spelling; the handle isn't open if that fails.
+[[nodiscard]] OpenedFile OpenRegularFile(std::string_view path, FileAccess access);
+
+/// Whether the mode allows writing to anybody. Asked of the mode itself since root may write everywhere.
+[[nodiscard]] constexpr bool HasWriteBit(mode_t mode) {
+    return (mode & 0222) != 0;
+}
+
+}  // namespace veldan

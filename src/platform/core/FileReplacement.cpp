@@ -1,0 +1,183 @@
+#include "platform/core/FileReplacement.h"
+
+#include "platform/core/File.h"
+#include "platform/core/FileCalls.h"
+#include "platform/core/PathResolver.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace veldan {
+
+namespace {
+
+constexpr std::string_view kTemporaryPrefix = ".veldan-";
+
+/// Short whatever the target is called, since a target's name may have all the bytes that a name can have.
+CString NextTemporaryName() {
+    static std::atomic<unsigned> s_nCounter = 0;
+    return Format(".veldan-%d-%u", static_cast<int>(getpid()), s_nCounter.fetch_add(1));
+}
+
+bool IsTemporaryName(std::string_view name) {
+    if (!name.starts_with(kTemporaryPrefix)) {
+        return false;
+    }
+    name.remove_prefix(kTemporaryPrefix.size());
+    const std::size_t dash = name.find('-');
+    const auto isNumber = [](std::string_view text) {
+        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+}
+
+bool IsLinked(int file) {
+    struct stat status = {};
+    return fstat(file, &status) == 0 && status.st_nlink > 0;
+}
+
+/// Whoever writes a temporary file holds its lock, which goes with the process, so a lock that can be had shows that
+/// the file was left behind. The number of the process couldn't show it: it may have come to another one since.
+void RemoveIfAbandoned(const CString& path) {
+    const FileHandle handle = FileHandle::Open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (handle.IsOpen() && flock(handle.Get(), LOCK_EX | LOCK_NB) == 0) {
+        CurrentFileCalls().unlink(path.c_str());
+    }
+}
+
+}  // namespace
+
+bool FileReplacement::Begin(std::string_view path) {
+    std::optional<ResolvedPath> resolved = ResolvePath(path);
+    if (!resolved || !IsCreatableName(resolved->strName)) {
+        return false;
+    }
+    if (resolved->bExists) {
+        if (!S_ISREG(resolved->status.st_mode) || !HasWriteBit(resolved->status.st_mode)) {
+            return false;
+        }
+        SetMode(resolved->status.st_mode);
+    }
+    m_strTarget = std::move(resolved->strPath);
+    m_strFolder = std::move(resolved->strFolder);
+    m_bFailed = !CreateTemporary();
+    return !m_bFailed;
+}
+
+bool FileReplacement::CreateTemporary() {
+    // A name can be taken, or a sweep can catch the file in the moment before it is locked; neither goes on for long.
+    constexpr int kTries = 100;
+    for (int i = 0; i < kTries; ++i) {
+        m_strTemporary = m_strFolder + '/' + NextTemporaryName();
+        m_handle = FileHandle::Open(m_strTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL, m_mode ? 0600 : 0666);
+        if (!m_handle.IsOpen() && errno == EEXIST) {
+            continue;
+        }
+        if (!m_handle.IsOpen()) {
+            break;
+        }
+        const bool bTaken = flock(m_handle.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        if (!bTaken && IsLinked(m_handle.Get())) {
+            return true;
+        }
+        m_handle.Close();
+    }
+    m_strTemporary.clear();
+    return false;
+}
+
+bool FileReplacement::Write(std::string_view bytes) {
+    m_bFailed = m_bFailed || !m_handle.IsOpen() || !m_handle.Write(bytes);
+    return !m_bFailed;
+}
+
+bool FileReplacement::Commit() {
+    const bool bReplaced = !m_bFailed && m_handle.IsOpen() && ReplaceTarget();
+    if (bReplaced) {
+        m_strTemporary.clear();
+    }
+    Discard();
+    return bReplaced;
+}
+
+bool FileReplacement::ReplaceTarget() const {
+    const FileCalls& calls = CurrentFileCalls();
+    if (m_mode && calls.fchmod(m_handle.Get(), *m_mode) != 0) {
+        return false;
+    }
+    if (!m_handle.Sync() || calls.rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0) {
+        return false;
+    }
+    ForgetListings();
+    // The new content stands there from here on. If its name can't be synced, a crash of the machine may bring back the
+    // old content, whole as well.
+    const FileHandle folder = FileHandle::Open(m_strFolder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (folder.IsOpen()) {
+        static_cast<void>(folder.Sync());
+    }
+    return true;
+}
+
+void FileReplacement::Discard() {
+    if (!m_strTemporary.empty()) {
+        CurrentFileCalls().unlink(m_strTemporary.c_str());
+        m_strTemporary.clear();
+    }
+    m_handle.Close();
+}
+
+bool WriteFileWhole(std::string_view path, std::string_view bytes) {
+    FileReplacement replacement;
+    return replacement.Begin(path) && replacement.Write(bytes) && replacement.Commit();
+}
+
+bool CopyFile(std::string_view source, std::string_view target) {
+    const OpenedFile from = OpenRegularFile(source, FileAccess::Read);
+    if (!from.handle.IsOpen()) {
+        return false;
+    }
+    const std::optional<ResolvedPath> to = ResolvePath(target);
+    if (to && to->bExists && to->status.st_dev == from.status.st_dev && to->status.st_ino == from.status.st_ino) {
+        return true;
+    }
+    FileReplacement replacement;
+    if (!replacement.Begin(target)) {
+        return false;
+    }
+    replacement.SetMode(from.status.st_mode);
+    std::array<char, 65536> buffer;
+    std::int64_t done = 0;
+    while (const std::optional<std::size_t> count = from.handle.ReadAt(done, buffer)) {
+        if (*count == 0) {
+            return replacement.Commit();
+        }
+        if (!replacement.Write({buffer.data(), *count})) {
+            return false;
+        }
+        done += static_cast<std::int64_t>(*count);
+    }
+    return false;
+}
+
+void SweepTemporaries(std::string_view folder) {
+    const std::optional<ResolvedPath> resolved = ResolvePath(folder);
+    if (!resolved || !resolved->bExists) {
+        return;
+    }
+    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(resolved->strPath.c_str()), closedir);
+    while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
+        if (IsTemporaryName(pEntry->d_name)) {
+            RemoveIfAbandoned(resolved->strPath + '/' + pEntry->d_name);
+        }
+    }
+}
+
+}  // namespace veldan

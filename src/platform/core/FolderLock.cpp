@@ -1,0 +1,64 @@
+#include "platform/core/FolderLock.h"
+
+#include "platform/core/PathResolver.h"
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+namespace veldan {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kLongestWait = 1000ms;
+constexpr auto kPause = 2ms;
+
+thread_local FolderLock* t_pInnermost = nullptr;
+
+bool LockWithin(int file, std::chrono::steady_clock::duration wait) {
+    const auto deadline = std::chrono::steady_clock::now() + wait;
+    while (flock(file, LOCK_EX | LOCK_NB) != 0) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    return true;
+}
+
+}  // namespace
+
+FolderLock::FolderLock(std::string_view folder) : m_pOuter(t_pInnermost) {
+    t_pInnermost = this;
+    const std::optional<ResolvedPath> resolved = ResolvePath(folder);
+    if (!resolved || !resolved->bExists) {
+        return;
+    }
+    m_status = resolved->status;
+    m_bHeld = IsHeldOutside();
+    if (m_bHeld) {
+        return;
+    }
+    m_handle = FileHandle::Open(resolved->strPath.c_str(), O_RDONLY | O_DIRECTORY);
+    m_bHeld = m_handle.IsOpen() && LockWithin(m_handle.Get(), kLongestWait);
+}
+
+FolderLock::~FolderLock() {
+    t_pInnermost = m_pOuter;
+}
+
+bool FolderLock::IsHeldOutside() const {
+    for (const FolderLock* pLock = m_pOuter; pLock; pLock = pLock->m_pOuter) {
+        if (pLock->m_bHeld && pLock->m_status.st_dev == m_status.st_dev && pLock->m_status.st_ino == m_status.st_ino) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace veldan
