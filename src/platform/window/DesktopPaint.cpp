@@ -1,0 +1,221 @@
+#include "platform/window/Desktop.h"
+
+#include <utility>
+
+namespace veldan {
+
+/// Where the window's client corner lies on its top-level window's surface.
+CPoint Desktop::OriginOf(const WindowRecord& record) const {
+    CPoint origin;
+    for (const WindowRecord* window = &record; window->IsChild(); window = m_table.Find(window->parent)) {
+        origin = origin + window->rect.TopLeft();
+    }
+    return origin;
+}
+
+/// The window's pixels on the surface, without what lies outside of its ancestors or under siblings above it. Its own
+/// children are not taken out: they are painted after it.
+Region Desktop::VisibleRegion(const WindowRecord& record) const {
+    CRect bounds = record.ClientRect().Offset(OriginOf(record));
+    for (const WindowRecord* window = &record; window->IsChild();) {
+        window = m_table.Find(window->parent);
+        bounds = bounds.Intersect(window->ClientRect().Offset(OriginOf(*window)));
+    }
+    if (bounds.IsEmpty()) {
+        return {};
+    }
+    Region region(bounds);
+    for (const WindowRecord* window = &record; window->IsChild();) {
+        const WindowRecord* parent = m_table.Find(window->parent);
+        const CPoint origin = OriginOf(*parent);
+        const CRect local = bounds.Offset(-origin);
+        for (std::size_t i = 0; i < window->place; ++i) {
+            const ChildList::Entry& sibling = parent->children.Entries()[i];
+            if (sibling.visible && sibling.rect.Intersects(local)) {
+                region.Subtract(sibling.rect.Offset(origin));
+            }
+        }
+        window = parent;
+    }
+    return region;
+}
+
+Surface& Desktop::SurfaceOf(WindowRecord& topLevel) {
+    std::shared_ptr<Surface>& surface = topLevel.topLevel->surface;
+    if (!surface) {
+        surface = std::make_shared<Surface>(topLevel.rect.Width(), topLevel.rect.Height());
+    }
+    return *surface;
+}
+
+void Desktop::Invalidate(HWND window, const CRect& client, bool erase) {
+    if (WindowRecord* record = m_table.Find(window)) {
+        InvalidateTree(*record, client, erase);
+    }
+}
+
+/// A window whose background is drawn anew takes its children's pixels with it, so they follow.
+void Desktop::InvalidateTree(WindowRecord& record, const CRect& client, bool erase) {
+    const CRect area = client.Intersect(record.ClientRect());
+    if (area.IsEmpty() || (record.IsChild() && !record.visible)) {
+        return;
+    }
+    record.update.Add(area);
+    record.erase = record.erase || erase;
+    QueuePaint(record);
+    for (const ChildList::Entry& entry : record.children.Entries()) {
+        if (entry.visible && entry.rect.Intersects(area)) {
+            InvalidateTree(*m_table.Find(entry.window), area.Offset(-entry.rect.TopLeft()), true);
+        }
+    }
+}
+
+void Desktop::InvalidateChildren(WindowRecord& record, const Region& area) {
+    for (const ChildList::Entry& entry : record.children.Entries()) {
+        if (entry.visible && area.Intersects(entry.rect)) {
+            const CRect touched = entry.rect.Intersect(area.Bounds());
+            InvalidateTree(*m_table.Find(entry.window), touched.Offset(-entry.rect.TopLeft()), true);
+        }
+    }
+}
+
+void Desktop::QueuePaint(WindowRecord& record) {
+    if (record.queuedForPaint) {
+        return;
+    }
+    record.queuedForPaint = true;
+    const auto depth = static_cast<std::size_t>(record.depth);
+    if (depth >= m_paintByDepth.size()) {
+        m_paintByDepth.resize(depth + 1);
+    }
+    m_paintByDepth[depth].push_back(record.handle);
+}
+
+/// A hidden window's update region waits; with the window shown it is asked for again.
+void Desktop::QueuePaintOfTree(WindowRecord& record) {
+    if (!record.update.IsEmpty()) {
+        QueuePaint(record);
+    }
+    for (const ChildList::Entry& entry : record.children.Entries()) {
+        if (entry.visible) {
+            QueuePaintOfTree(*m_table.Find(entry.window));
+        }
+    }
+}
+
+/// The next window to paint, parents before children; only such within `ancestor`, unless that is null.
+HWND Desktop::NextPaint(HWND ancestor) {
+    for (std::vector<HWND>& queue : m_paintByDepth) {
+        for (std::size_t i = 0; i < queue.size();) {
+            WindowRecord* record = m_table.Find(queue[i]);
+            const bool wanted = record != nullptr && !record->update.IsEmpty() && IsVisible(queue[i]);
+            if (wanted && ancestor && !IsWithin(queue[i], ancestor)) {
+                ++i;
+                continue;
+            }
+            const HWND window = std::exchange(queue[i], queue.back());
+            queue.pop_back();
+            if (record != nullptr) {
+                record->queuedForPaint = false;
+            }
+            if (wanted) {
+                return window;
+            }
+        }
+    }
+    return {};
+}
+
+void Desktop::PaintWindow(HWND window) {
+    WindowRecord* record = m_table.Find(window);
+    if (record == nullptr || record->update.IsEmpty() || !IsVisible(window)) {
+        return;
+    }
+    record->paintBegun = false;
+    CallWindow(*record, WM_PAINT, 0, 0, false);
+    record = m_table.Find(window);
+    // A handler that never asks for its device context would be called for ever.
+    if (record != nullptr && !record->paintBegun) {
+        record->update.Clear();
+        record->erase = false;
+    }
+}
+
+void Desktop::UpdateWindow(HWND window) {
+    while (const HWND next = NextPaint(window)) {
+        PaintWindow(next);
+    }
+}
+
+/// Runs the pending erase of the window and, before it, of its ancestors.
+void Desktop::EraseNow(HWND window) {
+    if (const WindowRecord* record = m_table.Find(window); record != nullptr && record->IsChild()) {
+        EraseNow(record->parent);
+    }
+    WindowRecord* record = m_table.Find(window);
+    if (record == nullptr || !record->erase || record->update.IsEmpty()) {
+        return;
+    }
+    record->erase = false;
+    const CPoint origin = OriginOf(*record);
+    const Region area = record->update;
+    Region clip = VisibleRegion(*record);
+    clip.Intersect(Region(area).Translate(origin));
+    InvalidateChildren(*record, area);
+    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
+    SurfaceOf(topLevel);
+    topLevel.topLevel->dirty.Add(clip);
+    CDC dc;
+    dc.Attach(CreateSurfaceDC(topLevel.topLevel->surface, origin, clip));
+    SendMessage(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc));
+}
+
+HDC Desktop::WindowDC(HWND window) {
+    EraseNow(window);
+    const WindowRecord* record = m_table.Find(window);
+    if (record == nullptr) {
+        return nullptr;
+    }
+    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
+    SurfaceOf(topLevel);
+    return CreateSurfaceDC(topLevel.topLevel->surface, OriginOf(*record), VisibleRegion(*record));
+}
+
+HDC Desktop::BeginPaint(HWND window, Region& area) {
+    EraseNow(window);
+    WindowRecord* record = m_table.Find(window);
+    if (record == nullptr) {
+        return nullptr;
+    }
+    area = std::exchange(record->update, {});
+    record->paintBegun = true;
+    const CPoint origin = OriginOf(*record);
+    Region clip = VisibleRegion(*record);
+    clip.Intersect(Region(area).Translate(origin));
+    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
+    SurfaceOf(topLevel);
+    topLevel.topLevel->dirty.Add(clip);
+    return CreateSurfaceDC(topLevel.topLevel->surface, origin, clip);
+}
+
+void Desktop::MarkDrawn(HWND window) {
+    if (const WindowRecord* record = m_table.Find(window)) {
+        m_table.Find(TopLevelOf(window))->topLevel->dirty.Add(VisibleRegion(*record));
+    }
+}
+
+void Desktop::Present(WindowRecord& topLevel) {
+    TopLevelState& state = *topLevel.topLevel;
+    if (topLevel.visible && state.surface && !state.dirty.IsEmpty()) {
+        const Region dirty = std::exchange(state.dirty, {});
+        m_display->Present(topLevel.handle.Value(), *state.surface, dirty);
+    }
+}
+
+void Desktop::PresentAll() {
+    for (const HWND window : m_topLevels) {
+        Present(*m_table.Find(window));
+    }
+}
+
+}  // namespace veldan
