@@ -37,18 +37,18 @@ public:
 
     /// Stretches the source rectangle of the image into the destination, blended by its alpha over what is there. Parts
     /// of the source rectangle outside of the image draw nothing. Without scaling, pixels are drawn as they are.
-    ImageStatus DrawImageRectRect(Image* pImage, const RectF& destination, const RectF& source,
-                                  const ImageAttributes* pAttributes = nullptr);
+    DrawStatus DrawImageRectRect(Image* pImage, const RectF& destination, const RectF& source,
+                                 const ImageAttributes* pAttributes = nullptr);
 
     /// Fills a rectangle with colours that run down from `top` at y = 0 to `bottom` at y = `height`, over and over.
-    ImageStatus FillVerticalGradient(const RectF& rect, int height, COLORREF top, COLORREF bottom);
+    DrawStatus FillVerticalGradient(const RectF& rect, int height, COLORREF top, COLORREF bottom);
 
     /// The status of the last operation; reading it sets it back to Ok.
-    ImageStatus GetLastStatus();
+    DrawStatus GetLastStatus();
 
 private:
     CDC& m_dc;
-    ImageStatus m_status = ImageStatus::Ok;
+    DrawStatus m_status = DrawStatus::Ok;
 };
 
 }  // namespace veldan

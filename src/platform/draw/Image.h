@@ -13,7 +13,7 @@ namespace veldan {
 
 class Surface;
 
-enum class ImageStatus { Ok, FileNotFound, NotAnImage, NoPixels };
+enum class DrawStatus { Ok, FileNotFound, NotAnImage, InvalidParameter };
 
 /// A picture out of a file, from memory or from a resource. Making one reads the bytes and checks their outer form; the
 /// pixels are decoded from these bytes when they are first asked for. A picture that can't be had is an object too: it
@@ -43,15 +43,16 @@ public:
     void DropPixels();
 
     /// The status of the last operation; reading it sets it back to Ok.
-    ImageStatus GetLastStatus();
+    DrawStatus GetLastStatus();
 
 private:
     explicit Image(std::string&& bytes);
+    void Die(DrawStatus status);
 
     std::string m_bytes;
     CSize m_size;
     std::unique_ptr<Surface> m_pixels;
-    ImageStatus m_status = ImageStatus::Ok;
+    DrawStatus m_status = DrawStatus::Ok;
 };
 
 }  // namespace veldan

@@ -1,0 +1,151 @@
+#include "platform/draw/DC.h"
+#include "platform/draw/DCInternal.h"
+#include "platform/draw/FontFaceInternal.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace veldan {
+namespace {
+
+constexpr int kUnbroken = -1;
+
+struct CairoEnd {
+    void operator()(cairo_t* target) const { cairo_destroy(target); }
+};
+using CairoPtr = std::unique_ptr<cairo_t, CairoEnd>;
+
+const CFont& FontOf(const DeviceContext& context) {
+    return context.font.value.Face() ? context.font.value : *GetSystemFont();
+}
+
+// Something that text can be drawn with in the context's colour, clipped to an area in surface coordinates; null where
+// the clip leaves nothing.
+CairoPtr BeginText(DeviceContext& context, const CRect& area) {
+    CairoPtr target;
+    context.ForEachPart(area, [&](const CRect& part) {
+        if (!target) {
+            target.reset(cairo_create(context.surface->Cairo()));
+        }
+        cairo_rectangle(target.get(), part.left, part.top, part.Width(), part.Height());
+    });
+    if (target) {
+        cairo_clip(target.get());
+        const COLORREF colour = context.textColour;
+        cairo_set_source_rgb(target.get(), GetRValue(colour) / 255.0, GetGValue(colour) / 255.0,
+                             GetBValue(colour) / 255.0);
+    }
+    return target;
+}
+
+/// One call of DrawText: walks through the lines from top to bottom, and measures or draws them.
+class TextBlock {
+public:
+    TextBlock(DeviceContext& context, const CRect& area, UINT format)
+        : m_context(context), m_font(FontOf(context)), m_area(area), m_format(format), m_y(area.top) {}
+
+    /// Measures, and draws unless there is nothing to draw with.
+    void Run(std::string_view text, cairo_t* target) {
+        m_target = target;
+        if (m_format & DT_SINGLELINE) {
+            Centre();
+            AddParagraph(text);
+            return;
+        }
+        while (!text.empty() && !IsBelow()) {
+            const std::size_t end = std::min(text.find('\n'), text.size());
+            const std::string_view line = text.substr(0, end);
+            AddParagraph(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
+            text.remove_prefix(std::min(end + 1, text.size()));
+        }
+    }
+
+    [[nodiscard]] CSize Size() const { return {m_nWidest, m_nHeight}; }
+
+private:
+    void Centre() {
+        if (m_format & DT_VCENTER) {
+            m_y += (m_area.Height() - m_font.LineHeight()) / 2;
+        }
+    }
+
+    // Whether the rest can't be seen.
+    [[nodiscard]] bool IsBelow() const { return m_target && m_y >= m_area.bottom; }
+
+    void AddParagraph(std::string_view text) {
+        const bool isBroken = (m_format & DT_WORDBREAK) && !(m_format & DT_SINGLELINE);
+        const auto& lines = m_font.Face()->LayOut(text, isBroken ? std::max(m_area.Width(), 0) : kUnbroken);
+        for (const TextLine& line : lines) {
+            if (!IsBelow()) {
+                AddLine(line);
+            }
+        }
+    }
+
+    void AddLine(const TextLine& line) {
+        if (m_target) {
+            DrawLine(line);
+        }
+        m_nWidest = std::max(m_nWidest, line.width);
+        m_nHeight += m_font.LineHeight();
+        m_y += m_font.LineHeight();
+    }
+
+    void DrawLine(const TextLine& line) {
+        const int x = m_area.left + (m_format & DT_CENTER ? (m_area.Width() - line.width) / 2 : 0);
+        const CRect cell = CRect::FromSize({x, m_y}, {line.width, m_font.LineHeight()});
+        if (m_context.backgroundMode == OPAQUE) {
+            m_context.Fill(cell.Intersect(m_area), m_context.backgroundColour);
+        }
+        const int base = m_y + m_font.Face()->Ascent();
+        FontFace::Draw(m_target, line, {x, base});
+        if (m_font.IsUnderlined()) {
+            m_context.Fill(CRect{cell.left, base + 1, cell.right, base + 2}.Intersect(m_area), m_context.textColour);
+        }
+    }
+
+    DeviceContext& m_context;
+    const CFont& m_font;
+    CRect m_area;
+    UINT m_format;
+    int m_y;
+    int m_nWidest = 0;
+    int m_nHeight = 0;
+    cairo_t* m_target = nullptr;
+};
+
+}  // namespace
+
+CFont* GetSystemFont() {
+    // Never freed: a host may draw until its very end.
+    static auto* const pFont = new CFont(16, kFontBold);
+    return pFont;
+}
+
+int CDC::DrawText(std::string_view text, CRect& rect, UINT format) {
+    if (!m_hDC) {
+        return 0;
+    }
+    TextBlock block(*m_hDC, m_hDC->ToSurface(rect), format);
+    if (format & DT_CALCRECT) {
+        block.Run(text, nullptr);
+        rect.right = rect.left + block.Size().cx;
+        rect.bottom = rect.top + block.Size().cy;
+    } else if (const CairoPtr target = BeginText(*m_hDC, m_hDC->ToSurface(rect))) {
+        block.Run(text, target.get());
+    }
+    return block.Size().cy;
+}
+
+CSize CDC::GetTextExtent(std::string_view text) const {
+    if (!m_hAttribDC) {
+        return {};
+    }
+    const CFont& font = FontOf(*m_hAttribDC);
+    const auto& lines = font.Face()->LayOut(text, kUnbroken);
+    return {lines.empty() ? 0 : lines.front().width, font.LineHeight()};
+}
+
+}  // namespace veldan

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/core/Geometry.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct _cairo;
+struct _PangoLayout;
+struct _PangoLayoutLine;
+
+namespace veldan {
+
+/// What tells one face from another; underlines are drawn by hand and aren't part of it.
+struct FontTraits {
+    int height = 0;  ///< As in CFont::CreateFont.
+    int weight = 400;
+    std::string face;
+
+    auto operator<=>(const FontTraits&) const = default;
+};
+
+/// One line of text that is ready to be drawn. Points into the face's layout: good until the face lays out other text.
+struct TextLine {
+    _PangoLayoutLine* line = nullptr;
+    int width = 0;
+};
+
+/// A font at one size. Lays out one text at a time and keeps it, since a text is mostly measured and drawn in a row.
+class FontFace {
+public:
+    explicit FontFace(const FontTraits& traits);
+    ~FontFace();
+    FontFace(const FontFace&) = delete;
+    FontFace& operator=(const FontFace&) = delete;
+
+    /// The face with these traits, shared with everybody else who has it.
+    static std::shared_ptr<FontFace> Get(const FontTraits& traits);
+
+    [[nodiscard]] int LineHeight() const { return m_ascent + m_descent; }
+    /// From the top of a line to the line that letters stand on.
+    [[nodiscard]] int Ascent() const { return m_ascent; }
+
+    /// Lays out one paragraph, which is broken into lines of this width in pixels, or not broken when it is negative.
+    /// Any bytes will do. Empty where there is no font at all.
+    const std::vector<TextLine>& LayOut(std::string_view paragraph, int width);
+
+    /// Draws a line in the current colour, its left end on the base line at this point.
+    static void Draw(_cairo* target, const TextLine& line, CPoint at);
+
+private:
+    _PangoLayout* m_layout = nullptr;
+    int m_ascent = 0;
+    int m_descent = 0;
+    std::string m_text;
+    int m_width = 0;
+    std::vector<TextLine> m_lines;
+};
+
+}  // namespace veldan

@@ -1,0 +1,261 @@
+#include "platform/draw/Png.h"
+
+#include "platform/draw/PixelsInternal.h"
+#include "platform/draw/Surface.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <array>
+#include <csetjmp>
+#include <cstring>
+
+namespace veldan {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::uint32_t kLongestSide = 8192;
+constexpr std::uint64_t kMostPixels = 16 * 1024 * 1024;
+// Rows of an interlaced picture are worked on seven times.
+constexpr std::uint64_t kMostInterlacedPixels = 1024 * 1024;
+// The most that one byte of compressed data can stand for.
+constexpr std::uint64_t kBestCompression = 1032;
+
+constexpr std::size_t kChunkFrame = 12;  // length, name and check sum
+constexpr std::size_t kHeaderSize = 13;
+
+/// The header of a PNG file, as far as it decides about decoding.
+struct Header {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    int bitDepth = 0;
+    int colourType = 0;
+    int interlace = 0;
+};
+
+std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
+    std::uint32_t number = 0;
+    for (const char byte : bytes.substr(offset, 4)) {
+        number = number << 8 | static_cast<unsigned char>(byte);
+    }
+    return number;
+}
+
+std::uint32_t CheckSum(std::string_view bytes) {
+    std::uint32_t sum = 0xffffffff;
+    for (const char byte : bytes) {
+        sum ^= static_cast<unsigned char>(byte);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = sum >> 1 ^ (sum & 1 ? 0xedb88320 : 0);
+        }
+    }
+    return ~sum;
+}
+
+// Walks over the chunks behind the signature. The data of pictures is as long as `dataSize` then.
+bool HasWholeChunks(std::string_view bytes, std::uint64_t& dataSize) {
+    dataSize = 0;
+    while (bytes.size() >= kChunkFrame) {
+        const std::uint32_t length = NumberAt(bytes, 0);
+        const std::string_view name = bytes.substr(4, 4);
+        if (length > bytes.size() - kChunkFrame) {
+            return false;
+        }
+        if (name == "IEND"sv) {
+            return dataSize > 0;
+        }
+        if (name == "IDAT"sv) {
+            dataSize += length;
+        }
+        bytes.remove_prefix(kChunkFrame + length);
+    }
+    return false;
+}
+
+std::optional<Header> ReadHeader(std::string_view bytes) {
+    constexpr std::string_view kSignature = "\x89PNG\r\n\x1a\n"sv;
+    constexpr std::string_view kHeaderFrame = "\0\0\0\x0dIHDR"sv;
+    const std::size_t start = kSignature.size() + kHeaderFrame.size();
+    if (!bytes.starts_with(kSignature) || bytes.size() < kSignature.size() + kHeaderSize + kChunkFrame ||
+        bytes.substr(kSignature.size(), kHeaderFrame.size()) != kHeaderFrame ||
+        NumberAt(bytes, start + kHeaderSize) != CheckSum(bytes.substr(start - 4, kHeaderSize + 4))) {
+        return std::nullopt;
+    }
+    return Header{NumberAt(bytes, start), NumberAt(bytes, start + 4), bytes[start + 8], bytes[start + 9],
+                  bytes[start + 12]};
+}
+
+int ChannelsOf(int colourType) {
+    switch (colourType) {
+        case PNG_COLOR_TYPE_GRAY_ALPHA:
+            return 2;
+        case PNG_COLOR_TYPE_RGB:
+            return 3;
+        case PNG_COLOR_TYPE_RGB_ALPHA:
+            return 4;
+        default:
+            return 1;
+    }
+}
+
+bool IsReasonable(const Header& header, std::uint64_t dataSize) {
+    const std::uint64_t pixels = std::uint64_t{header.width} * header.height;
+    if (pixels == 0 || header.width > kLongestSide || header.height > kLongestSide || pixels > kMostPixels ||
+        (header.interlace != 0 && pixels > kMostInterlacedPixels)) {
+        return false;
+    }
+    const std::uint64_t bits =
+        pixels * static_cast<unsigned>(std::max(header.bitDepth, 1) * ChannelsOf(header.colourType));
+    return bits / 8 <= dataSize * kBestCompression;
+}
+
+void Fail(png_structp png, png_const_charp /*message*/) {
+    png_longjmp(png, 1);
+}
+
+void IgnoreWarning(png_structp /*png*/, png_const_charp /*message*/) {}
+
+void ReadBytes(png_structp png, png_bytep target, std::size_t count) {
+    auto& bytes = *static_cast<std::string_view*>(png_get_io_ptr(png));
+    if (bytes.size() < count) {
+        png_error(png, "");
+    }
+    std::memcpy(target, bytes.data(), count);
+    bytes.remove_prefix(count);
+}
+
+void AppendBytes(png_structp png, png_bytep source, std::size_t count) {
+    static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(source), count);
+}
+
+/// The decoder's or encoder's state; freed outside of the functions that an error jumps out of.
+class Codec {
+public:
+    enum class Kind { Read, Write };
+
+    explicit Codec(Kind kind) : m_kind(kind) {
+        png = kind == Kind::Read ? png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning)
+                                 : png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
+        info = png ? png_create_info_struct(png) : nullptr;
+    }
+    ~Codec() {
+        if (m_kind == Kind::Read) {
+            png_destroy_read_struct(&png, &info, nullptr);
+        } else {
+            png_destroy_write_struct(&png, &info);
+        }
+    }
+    Codec(const Codec&) = delete;
+    Codec& operator=(const Codec&) = delete;
+
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+
+private:
+    Kind m_kind;
+};
+
+// Asks for rows of 32-bit pixels with straight alpha, whatever the file holds.
+void SetReadTransforms(png_structp png, png_infop info) {
+    png_set_expand(png);
+    png_set_strip_16(png);
+    png_set_gray_to_rgb(png);
+    png_set_bgr(png);
+    png_set_add_alpha(png, 0xff, PNG_FILLER_AFTER);
+    png_read_update_info(png, info);
+}
+
+// Errors jump back to the setjmp in here, so nothing in this function may need its destructor.
+bool ReadRows(png_structp png, png_infop info, Surface& surface) {
+    if (setjmp(png_jmpbuf(png))) {
+        return false;
+    }
+    png_set_user_limits(png, kLongestSide, kLongestSide);
+    // What only describes the picture isn't even unpacked.
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_read_info(png, info);
+    const int passes = png_set_interlace_handling(png);
+    SetReadTransforms(png, info);
+    if (png_get_rowbytes(png, info) != static_cast<std::size_t>(surface.Width()) * 4) {
+        return false;
+    }
+    for (int pass = 0; pass < passes; ++pass) {
+        for (int y = 0; y < surface.Height(); ++y) {
+            png_read_row(png, reinterpret_cast<png_bytep>(surface.Row(y)), nullptr);
+        }
+    }
+    png_read_end(png, nullptr);
+    return true;
+}
+
+bool WriteRows(png_structp png, png_infop info, const Surface& surface, png_bytep row, PngAlpha alpha) {
+    if (setjmp(png_jmpbuf(png))) {
+        return false;
+    }
+    const bool hasAlpha = alpha == PngAlpha::Keep;
+    png_set_IHDR(png, info, static_cast<png_uint_32>(surface.Width()), static_cast<png_uint_32>(surface.Height()), 8,
+                 hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    png_set_bgr(png);
+    if (!hasAlpha) {
+        png_set_filler(png, 0, PNG_FILLER_AFTER);
+    }
+    for (int y = 0; y < surface.Height(); ++y) {
+        std::memcpy(row, surface.Row(y), static_cast<std::size_t>(surface.Width()) * 4);
+        if (hasAlpha) {
+            UnpremultiplyPixels(reinterpret_cast<std::uint32_t*>(row), static_cast<std::size_t>(surface.Width()));
+        }
+        png_write_row(png, row);
+    }
+    png_write_end(png, nullptr);
+    return true;
+}
+
+}  // namespace
+
+std::optional<CSize> ReadPngSize(std::string_view bytes) {
+    const std::optional<Header> header = ReadHeader(bytes);
+    std::uint64_t dataSize = 0;
+    if (!header || !HasWholeChunks(bytes.substr(8), dataSize) || !IsReasonable(*header, dataSize)) {
+        return std::nullopt;
+    }
+    return CSize{static_cast<int>(header->width), static_cast<int>(header->height)};
+}
+
+std::unique_ptr<Surface> DecodePng(std::string_view bytes) {
+    const std::optional<CSize> size = ReadPngSize(bytes);
+    if (!size) {
+        return nullptr;
+    }
+    const Codec codec(Codec::Kind::Read);
+    auto surface = std::make_unique<Surface>(size->cx, size->cy);
+    if (!codec.info || surface->Width() != size->cx) {
+        return nullptr;
+    }
+    png_set_read_fn(codec.png, &bytes, &ReadBytes);
+    if (!ReadRows(codec.png, codec.info, *surface)) {
+        return nullptr;
+    }
+    for (int y = 0; y < surface->Height(); ++y) {
+        PremultiplyPixels(surface->Row(y), static_cast<std::size_t>(surface->Width()));
+    }
+    return surface;
+}
+
+std::string EncodePng(const Surface& surface, PngAlpha alpha) {
+    std::string result;
+    const Codec codec(Codec::Kind::Write);
+    if (!codec.info || surface.Bounds().IsEmpty()) {
+        return result;
+    }
+    const auto row = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(surface.Width()));
+    png_set_write_fn(codec.png, &result, &AppendBytes, nullptr);
+    if (!WriteRows(codec.png, codec.info, surface, reinterpret_cast<png_bytep>(row.get()), alpha)) {
+        result.clear();
+    }
+    return result;
+}
+
+}  // namespace veldan
