@@ -54,13 +54,13 @@ enum : UINT { MK_LBUTTON = 0x01, MK_RBUTTON = 0x02, MK_SHIFT = 0x04, MK_CONTROL 
 struct DisplayEvent {
     DisplayEventKind kind = DisplayEventKind::PointerMove;
     TopLevelId window = 0;
-    CPoint screen;
+    CPoint screen{};
     int button = 0;
     int delta = 0;
     UINT flags = 0;  ///< MK_... as they are after the event.
     UINT key = 0;
-    std::string text;
-    CRect rect;
+    std::string text{};
+    CRect rect{};
 };
 
 /// Where top-level windows live: maps them, shows their pixels, hands over input. It only translates: child windows, focus

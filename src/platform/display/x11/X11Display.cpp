@@ -1,0 +1,151 @@
+#include "platform/display/x11/X11Display.h"
+
+#include "platform/display/x11/X11DisplayImpl.h"
+#include "platform/display/x11/X11PipeGuard.h"
+
+namespace veldan {
+
+std::unique_ptr<Display> CreateX11Display(const char* displayName) {
+    const X11PipeGuard guard;
+    auto connection = X11Connection::Open(displayName);
+    if (!connection) return nullptr;
+    const bool useRawPresses = connection->Features().rawPresses;
+    return std::make_unique<X11Display>(std::move(connection), useRawPresses);
+}
+
+X11Display::X11Display(std::unique_ptr<X11Connection> connection, bool useRawPresses)
+    : m_connection(std::move(connection)),
+      m_upload(*m_connection),
+      m_keyboard(*m_connection),
+      m_cursors(*m_connection),
+      m_outside(*m_connection, m_windows, useRawPresses),
+      m_focus(*m_connection, m_windows),
+      m_screen{m_connection->Screen()->width_in_pixels, m_connection->Screen()->height_in_pixels} {
+    // Tells of a change of the screen's size.
+    constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection->Get(), m_connection->Root(), XCB_CW_EVENT_MASK, &kRootEvents);
+}
+
+X11Display::~X11Display() {
+    const X11PipeGuard guard;
+    m_windows.Clear();
+    xcb_flush(m_connection->Get());
+    m_connection.reset();
+}
+
+X11TopLevel* X11Display::Living(TopLevelId id) const {
+    return IsAlive() ? m_windows.Find(id) : nullptr;
+}
+
+void X11Display::CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, const CRect& rect) {
+    if (!IsAlive() || m_windows.Find(id)) return;
+    const X11PipeGuard guard;
+    auto topLevel = std::make_unique<X11TopLevel>(*m_connection, id, traits, rect);
+    if (const X11TopLevel* owner = m_windows.Find(traits.owner)) topLevel->SetOwner(owner->Window());
+    m_windows.Add(std::move(topLevel));
+}
+
+void X11Display::DestroyTopLevel(TopLevelId id) {
+    const X11PipeGuard guard;
+    const X11TopLevel* topLevel = m_windows.Find(id);
+    if (!topLevel) return;
+    OnHidden(*topLevel);
+    m_windows.Remove(id);
+    m_outside.SetActive(m_windows.IsAnyVisible());
+}
+
+void X11Display::SetTitle(TopLevelId id, const std::string& title) {
+    const X11PipeGuard guard;
+    if (X11TopLevel* topLevel = Living(id)) topLevel->SetTitle(title);
+}
+
+void X11Display::SetRect(TopLevelId id, const CRect& rect) {
+    const X11PipeGuard guard;
+    if (X11TopLevel* topLevel = Living(id)) topLevel->SetRect(rect);
+}
+
+void X11Display::SetVisible(TopLevelId id, bool visible) {
+    const X11PipeGuard guard;
+    X11TopLevel* topLevel = Living(id);
+    if (!topLevel || topLevel->IsVisible() == visible) return;
+    topLevel->SetVisible(visible);
+    if (visible) {
+        m_focus.OnShow();
+    } else {
+        OnHidden(*topLevel);
+    }
+    m_outside.SetActive(m_windows.IsAnyVisible());
+}
+
+void X11Display::OnHidden(const X11TopLevel& topLevel) {
+    m_focus.OnHide(topLevel);
+    if (m_pointerIn != topLevel.Id()) return;
+    m_pointerIn = 0;
+    m_left = m_lastPointer;
+}
+
+void X11Display::Restack(TopLevelId id, StackPlace place, TopLevelId sibling) {
+    const X11PipeGuard guard;
+    X11TopLevel* topLevel = Living(id);
+    if (!topLevel) return;
+    if (place == StackPlace::Below) {
+        if (const X11TopLevel* above = m_windows.Find(sibling)) {
+            topLevel->Restack(XCB_STACK_MODE_BELOW, above->Outermost());
+        }
+        return;
+    }
+    topLevel->Restack(place == StackPlace::Top ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW, XCB_NONE);
+}
+
+void X11Display::TakeFocus(TopLevelId id) {
+    const X11PipeGuard guard;
+    if (X11TopLevel* topLevel = Living(id)) m_focus.Take(*topLevel);
+}
+
+void X11Display::GiveBackFocus() {
+    const X11PipeGuard guard;
+    if (IsAlive()) m_focus.GiveBack();
+}
+
+void X11Display::Present(TopLevelId id, const Surface& pixels, const Region& dirty) {
+    const X11PipeGuard guard;
+    if (X11TopLevel* topLevel = Living(id)) topLevel->Present(m_upload, pixels, dirty);
+}
+
+void X11Display::SetCursor(TopLevelId id, CursorShape shape) {
+    const X11PipeGuard guard;
+    if (X11TopLevel* topLevel = Living(id)) topLevel->SetCursor(m_cursors.Get(shape));
+}
+
+CPoint X11Display::QueryPointer() {
+    const X11PipeGuard guard;
+    if (!IsAlive()) return m_lastPointer;
+    const auto reply =
+        m_connection->Ask<&xcb_query_pointer_reply>(xcb_query_pointer(m_connection->Get(), m_connection->Root()));
+    return reply ? CPoint{reply->root_x, reply->root_y} : m_lastPointer;
+}
+
+void X11Display::ReleaseGrab() {
+    const X11PipeGuard guard;
+    if (!IsAlive()) return;
+    xcb_ungrab_pointer(m_connection->Get(), XCB_CURRENT_TIME);
+    xcb_flush(m_connection->Get());
+}
+
+int X11Display::Descriptor() const {
+    return IsAlive() ? xcb_get_file_descriptor(m_connection->Get()) : -1;
+}
+
+void X11Display::Flush() {
+    const X11PipeGuard guard;
+    if (IsAlive()) xcb_flush(m_connection->Get());
+}
+
+void X11Display::Sync() {
+    const X11PipeGuard guard;
+    if (IsAlive()) {
+        const auto reply = m_connection->Ask<&xcb_get_input_focus_reply>(xcb_get_input_focus(m_connection->Get()));
+    }
+}
+
+}  // namespace veldan

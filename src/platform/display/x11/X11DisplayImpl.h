@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/display/Display.h"
+#include "platform/display/x11/X11Connection.h"
+#include "platform/display/x11/X11Cursors.h"
+#include "platform/display/x11/X11Focus.h"
+#include "platform/display/x11/X11Keyboard.h"
+#include "platform/display/x11/X11OutsideWatch.h"
+#include "platform/display/x11/X11Upload.h"
+#include "platform/display/x11/X11Windows.h"
+
+#include <deque>
+#include <memory>
+#include <optional>
+
+namespace veldan {
+
+/// The display on an X server. Popups and tool tips stand outside of the window manager's reach, so that they are where
+/// they are told to be, with a manager and without; frames are the manager's.
+///
+/// What the server sends is read to the end before anything of it is handed out: only then is it known whether the
+/// pointer or the focus that left one own window came into another, and only the newest of several moves counts.
+class X11Display final : public Display {
+public:
+    X11Display(std::unique_ptr<X11Connection> connection, bool useRawPresses);
+    ~X11Display() override;
+    X11Display(const X11Display&) = delete;
+    X11Display& operator=(const X11Display&) = delete;
+
+    [[nodiscard]] std::string_view Name() const override { return "x11"; }
+    [[nodiscard]] bool IsAlive() const override { return m_connection->IsAlive(); }
+    [[nodiscard]] CRect ScreenRect() const override { return CRect::FromSize({}, m_screen); }
+
+    void CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, const CRect& rect) override;
+    void DestroyTopLevel(TopLevelId id) override;
+    void SetTitle(TopLevelId id, const std::string& title) override;
+    void SetRect(TopLevelId id, const CRect& rect) override;
+    void SetVisible(TopLevelId id, bool visible) override;
+    void Restack(TopLevelId id, StackPlace place, TopLevelId sibling) override;
+
+    void TakeFocus(TopLevelId id) override;
+    void GiveBackFocus() override;
+
+    void Present(TopLevelId id, const Surface& pixels, const Region& dirty) override;
+
+    void SetCursor(TopLevelId id, CursorShape shape) override;
+    [[nodiscard]] CPoint QueryPointer() override;
+    void ReleaseGrab() override;
+
+    [[nodiscard]] int Descriptor() const override;
+    [[nodiscard]] bool NextEvent(DisplayEvent& event) override;
+    void Flush() override;
+    void Sync() override;
+    [[nodiscard]] std::uint64_t RoundTrips() const override { return m_connection->RoundTrips(); }
+
+private:
+    [[nodiscard]] X11TopLevel* Living(TopLevelId id) const;
+    void OnHidden(const X11TopLevel& topLevel);
+
+    void ReadEvents();
+    void Translate(const xcb_generic_event_t& event);
+    void TranslateExtension(const xcb_generic_event_t& event);
+    bool Settle();
+
+    void OnMotion(const xcb_motion_notify_event_t& event);
+    void OnEnter(const xcb_enter_notify_event_t& event);
+    void OnLeave(const xcb_leave_notify_event_t& event);
+    void OnPress(const xcb_button_press_event_t& event);
+    void OnRelease(const xcb_button_release_event_t& event);
+    void OnKey(const xcb_key_press_event_t& event, bool isPress);
+    void OnFocus(const xcb_focus_in_event_t& event, bool isIn);
+    void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
+    void OnClientMessage(const xcb_client_message_event_t& event);
+
+    void PushMove(TopLevelId window, CPoint screen, UINT flags);
+    void PushLeave();
+    void PushOutside();
+    void PushFocus();
+    void PushMoved();
+
+    std::unique_ptr<X11Connection> m_connection;
+    X11Windows m_windows;
+    X11Upload m_upload;
+    X11Keyboard m_keyboard;
+    X11Cursors m_cursors;
+    X11OutsideWatch m_outside;
+    X11Focus m_focus;
+    CSize m_screen;
+    std::deque<DisplayEvent> m_events;
+    TopLevelId m_pointerIn = 0;
+    CPoint m_lastPointer;
+    std::optional<CPoint>
+        m_left;  // where the pointer left an own window, until it is known whether it came into another
+    bool m_isLossTold = false;
+};
+
+}  // namespace veldan

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/display/x11/X11Windows.h"
+
+#include <optional>
+#include <utility>
+
+namespace veldan {
+
+/// Finds out that a button went down where no own window is, without keeping the press from whom it was meant for: by
+/// the server's raw presses where it reports those, else by a grab of the root that hands each press on at once.
+class X11OutsideWatch {
+public:
+    X11OutsideWatch(X11Connection& connection, const X11Windows& windows, bool useRawPresses);
+
+    /// Watches while an own window is shown.
+    void SetActive(bool active);
+
+    /// A raw press. False: it is no press of a button that counts. `pointerIsInside`: the pointer was last told to be
+    /// in an own window. May wait for an answer.
+    bool OnRawPress(const xcb_ge_generic_event_t& event, bool pointerIsInside);
+    /// A press that came to an own window, or to the root by the grab. True: it is not to be handled any further.
+    bool OnPress(const xcb_button_press_event_t& event);
+    /// Decides about a press that no own window has got, once everything that the server sent was looked at; may wait
+    /// for an answer.
+    void Settle();
+    /// The place of a press that was found to have hit no own window; given once.
+    [[nodiscard]] std::optional<CPoint> Take() { return std::exchange(m_outside, std::nullopt); }
+
+private:
+    void SelectRaw(bool active);
+    void GrabRoot(bool active);
+    [[nodiscard]] X11Owned<xcb_query_pointer_reply_t> AskPointer();
+
+    X11Connection& m_connection;
+    const X11Windows& m_windows;
+    bool m_useRawPresses;
+    bool m_isActive = false;
+    std::optional<xcb_timestamp_t> m_undecided;  // when the press was
+    std::optional<CPoint> m_outside;
+};
+
+}  // namespace veldan

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/display/Display.h"
+#include "platform/display/x11/X11Connection.h"
+
+#include <string>
+
+namespace veldan {
+
+class X11Upload;
+
+/// One top-level window on the server and the pixmap that holds its pixels; both end with the object.
+class X11TopLevel {
+public:
+    X11TopLevel(X11Connection& connection, TopLevelId id, const TopLevelTraits& traits, const CRect& rect);
+    ~X11TopLevel();
+    X11TopLevel(const X11TopLevel&) = delete;
+    X11TopLevel& operator=(const X11TopLevel&) = delete;
+
+    [[nodiscard]] TopLevelId Id() const { return m_id; }
+    [[nodiscard]] xcb_window_t Window() const { return m_window; }
+    /// A window manager may take it in hand.
+    [[nodiscard]] bool IsManaged() const { return m_kind == TopLevelKind::Frame; }
+    [[nodiscard]] bool IsVisible() const { return m_isVisible; }
+    /// The pixels without decorations.
+    [[nodiscard]] const CRect& Rect() const { return m_rect; }
+    /// What stands among the children of the root: the manager's frame round the window, or the window.
+    [[nodiscard]] xcb_window_t Outermost() const { return m_frame != 0 ? m_frame : m_window; }
+
+    void SetOwner(xcb_window_t owner);
+    void SetTitle(const std::string& title);
+    void SetRect(const CRect& rect);
+    void SetVisible(bool visible);
+    void Restack(xcb_stack_mode_t mode, xcb_window_t sibling);
+    void SetCursor(xcb_cursor_t cursor);
+    void Present(X11Upload& upload, const Surface& pixels, const Region& dirty);
+
+    // News of a managed window.
+
+    void OnReparent(const xcb_reparent_notify_event_t& event);
+    void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
+    void OnMap() { m_isViewable = true; }
+    /// Takes over where the manager has put the window; may wait for an answer. False: the window is where it was
+    /// thought to be.
+    [[nodiscard]] bool SettleRect();
+    /// The server lets it have the keyboard focus.
+    [[nodiscard]] bool IsViewable() const { return m_isVisible && (m_isViewable || !IsManaged()); }
+
+private:
+    enum class Place { Known, Told, Asked };  // of a managed window: as m_rect, as m_told, must be asked
+
+    void Create();
+    void SetHints();
+    void SetSizeHints();
+    void SetAtom(X11Atom property, X11Atom value);
+    void MakePixmap(CSize size);
+
+    X11Connection& m_connection;
+    TopLevelId m_id;
+    TopLevelKind m_kind;
+    CRect m_rect;
+    xcb_window_t m_window = 0;
+    xcb_window_t m_frame = 0;
+    xcb_pixmap_t m_pixmap = 0;
+    CSize m_pixmapSize;
+    bool m_isVisible = false;
+    bool m_isViewable = false;
+    Place m_place = Place::Known;
+    CRect m_told;
+    std::uint32_t m_placedAt = 0;  // number of the request that placed it last
+};
+
+}  // namespace veldan

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/display/x11/X11Connection.h"
+
+#include <xcb/shm.h>
+
+#include <array>
+#include <vector>
+
+namespace veldan {
+
+class Surface;
+
+/// Hands pixels over to pixmaps of the server, all opaque. It never waits: pixels go through two pieces of shared
+/// memory, each drawn into again only after the server has told that it has read it, and through the connection itself
+/// while there is no such memory or both pieces are in the server's hands.
+class X11Upload {
+public:
+    explicit X11Upload(X11Connection& connection);
+    ~X11Upload();
+    X11Upload(const X11Upload&) = delete;
+    X11Upload& operator=(const X11Upload&) = delete;
+
+    /// Copies `area`, which lies within the surface, to the same place of a pixmap of the connection's depth.
+    void Copy(const Surface& from, const CRect& area, xcb_pixmap_t to);
+    /// The server has read one picture of the piece.
+    void OnCompletion(const xcb_shm_completion_event_t& event);
+    /// Whether pixels go through shared memory at all.
+    [[nodiscard]] bool IsShared() const { return m_segments.front().memory != nullptr; }
+
+private:
+    struct Segment {
+        xcb_shm_seg_t id = 0;
+        std::uint8_t* memory = nullptr;
+        std::size_t used = 0;
+        int unread = 0;  // pictures in it that the server has yet to read
+    };
+
+    bool Attach(Segment& segment);
+    static void Release(Segment& segment);
+    [[nodiscard]] Segment* SegmentWithRoom(std::size_t bytes);
+    void CopyShared(Segment& segment, const Surface& from, const CRect& band, xcb_pixmap_t to);
+    void CopyPlain(const Surface& from, const CRect& band, xcb_pixmap_t to);
+    xcb_gcontext_t ContextFor(xcb_pixmap_t drawable);
+
+    X11Connection& m_connection;
+    std::array<Segment, 2> m_segments;
+    std::size_t m_current = 0;
+    xcb_gcontext_t m_context = 0;
+    std::size_t m_bandBytes;
+    std::vector<std::uint32_t> m_band;
+};
+
+}  // namespace veldan
