@@ -6,9 +6,9 @@
 #include <png.h>
 
 #include <algorithm>
-#include <array>
 #include <csetjmp>
 #include <cstring>
+#include <vector>
 
 namespace veldan {
 namespace {
@@ -19,9 +19,14 @@ constexpr std::uint32_t kLongestSide = 8192;
 constexpr std::uint64_t kMostPixels = 16 * 1024 * 1024;
 // Rows of an interlaced picture are worked on seven times.
 constexpr std::uint64_t kMostInterlacedPixels = 1024 * 1024;
+// Unpacking more than this takes longer than a person should wait for a picture that then turns out to be damaged.
+constexpr std::uint64_t kMostData = 12 * 1024 * 1024;
+// Pictures with more data are read through once before memory is spent on their pixels.
+constexpr std::uint64_t kTrustedData = 1024 * 1024;
 // The most that one byte of compressed data can stand for.
 constexpr std::uint64_t kBestCompression = 1032;
 
+constexpr std::string_view kSignature = "\x89PNG\r\n\x1a\n"sv;
 constexpr std::size_t kChunkFrame = 12;  // length, name and check sum
 constexpr std::size_t kHeaderSize = 13;
 
@@ -74,7 +79,6 @@ bool HasWholeChunks(std::string_view bytes, std::uint64_t& dataSize) {
 }
 
 std::optional<Header> ReadHeader(std::string_view bytes) {
-    constexpr std::string_view kSignature = "\x89PNG\r\n\x1a\n"sv;
     constexpr std::string_view kHeaderFrame = "\0\0\0\x0dIHDR"sv;
     const std::size_t start = kSignature.size() + kHeaderFrame.size();
     if (!bytes.starts_with(kSignature) || bytes.size() < kSignature.size() + kHeaderSize + kChunkFrame ||
@@ -99,15 +103,28 @@ int ChannelsOf(int colourType) {
     }
 }
 
+// Bytes that the rows take once they are unpacked, near enough.
+std::uint64_t UnpackedSize(const Header& header) {
+    const auto bits = static_cast<unsigned>(std::max(header.bitDepth, 1) * ChannelsOf(header.colourType));
+    return std::uint64_t{header.width} * header.height * bits / 8;
+}
+
 bool IsReasonable(const Header& header, std::uint64_t dataSize) {
     const std::uint64_t pixels = std::uint64_t{header.width} * header.height;
-    if (pixels == 0 || header.width > kLongestSide || header.height > kLongestSide || pixels > kMostPixels ||
-        (header.interlace != 0 && pixels > kMostInterlacedPixels)) {
-        return false;
+    const std::uint64_t unpacked = UnpackedSize(header);
+    return pixels > 0 && header.width <= kLongestSide && header.height <= kLongestSide &&
+           pixels <= (header.interlace ? kMostInterlacedPixels : kMostPixels) && unpacked <= kMostData &&
+           unpacked <= dataSize * kBestCompression;
+}
+
+// The header of a file that is worth decoding.
+std::optional<Header> ReadReasonableHeader(std::string_view bytes) {
+    const std::optional<Header> header = ReadHeader(bytes);
+    std::uint64_t dataSize = 0;
+    if (!header || !HasWholeChunks(bytes.substr(kSignature.size()), dataSize) || !IsReasonable(*header, dataSize)) {
+        return std::nullopt;
     }
-    const std::uint64_t bits =
-        pixels * static_cast<unsigned>(std::max(header.bitDepth, 1) * ChannelsOf(header.colourType));
-    return bits / 8 <= dataSize * kBestCompression;
+    return header;
 }
 
 void Fail(png_structp png, png_const_charp /*message*/) {
@@ -132,15 +149,18 @@ void AppendBytes(png_structp png, png_bytep source, std::size_t count) {
 /// The decoder's or encoder's state; freed outside of the functions that an error jumps out of.
 class Codec {
 public:
-    enum class Kind { Read, Write };
-
-    explicit Codec(Kind kind) : m_kind(kind) {
-        png = kind == Kind::Read ? png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning)
-                                 : png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
-        info = png ? png_create_info_struct(png) : nullptr;
+    explicit Codec(std::string_view bytes) : m_source(bytes) {
+        png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
+        Start();
+        png_set_read_fn(png, &m_source, &ReadBytes);
+    }
+    explicit Codec(std::string& target) : m_isReader(false) {
+        png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
+        Start();
+        png_set_write_fn(png, &target, &AppendBytes, nullptr);
     }
     ~Codec() {
-        if (m_kind == Kind::Read) {
+        if (m_isReader) {
             png_destroy_read_struct(&png, &info, nullptr);
         } else {
             png_destroy_write_struct(&png, &info);
@@ -150,11 +170,21 @@ public:
     Codec& operator=(const Codec&) = delete;
 
     png_structp png = nullptr;
-    png_infop info = nullptr;
+    png_infop info = nullptr;  ///< Null when memory is short.
 
 private:
-    Kind m_kind;
+    void Start() { info = png ? png_create_info_struct(png) : nullptr; }
+
+    bool m_isReader = true;
+    std::string_view m_source;
 };
+
+void BeginReading(png_structp png, png_infop info) {
+    png_set_user_limits(png, kLongestSide, kLongestSide);
+    // What only describes the picture isn't even unpacked.
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_read_info(png, info);
+}
 
 // Asks for rows of 32-bit pixels with straight alpha, whatever the file holds.
 void SetReadTransforms(png_structp png, png_infop info) {
@@ -166,15 +196,25 @@ void SetReadTransforms(png_structp png, png_infop info) {
     png_read_update_info(png, info);
 }
 
-// Errors jump back to the setjmp in here, so nothing in this function may need its destructor.
+// Errors jump back to the setjmp in here and below, so nothing in these functions may need its destructor.
+bool CanReadRows(png_structp png, png_infop info, png_bytep row) {
+    if (setjmp(png_jmpbuf(png))) {
+        return false;
+    }
+    BeginReading(png, info);
+    const png_uint_32 height = png_get_image_height(png, info);
+    for (png_uint_32 y = 0; y < height; ++y) {
+        png_read_row(png, row, nullptr);
+    }
+    png_read_end(png, nullptr);
+    return true;
+}
+
 bool ReadRows(png_structp png, png_infop info, Surface& surface) {
     if (setjmp(png_jmpbuf(png))) {
         return false;
     }
-    png_set_user_limits(png, kLongestSide, kLongestSide);
-    // What only describes the picture isn't even unpacked.
-    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
-    png_read_info(png, info);
+    BeginReading(png, info);
     const int passes = png_set_interlace_handling(png);
     SetReadTransforms(png, info);
     if (png_get_rowbytes(png, info) != static_cast<std::size_t>(surface.Width()) * 4) {
@@ -213,29 +253,36 @@ bool WriteRows(png_structp png, png_infop info, const Surface& surface, png_byte
     return true;
 }
 
+// Reads a larger file through without keeping anything, so that a damaged one costs neither memory nor much time.
+bool IsTrustworthy(std::string_view bytes, const Header& header) {
+    if (UnpackedSize(header) <= kTrustedData || header.interlace) {
+        return true;
+    }
+    Codec codec(bytes);
+    std::vector<png_byte> row(std::size_t{header.width} * 8);
+    return codec.info && CanReadRows(codec.png, codec.info, row.data());
+}
+
+CSize SizeOf(const Header& header) {
+    return {static_cast<int>(header.width), static_cast<int>(header.height)};
+}
+
 }  // namespace
 
 std::optional<CSize> ReadPngSize(std::string_view bytes) {
-    const std::optional<Header> header = ReadHeader(bytes);
-    std::uint64_t dataSize = 0;
-    if (!header || !HasWholeChunks(bytes.substr(8), dataSize) || !IsReasonable(*header, dataSize)) {
-        return std::nullopt;
-    }
-    return CSize{static_cast<int>(header->width), static_cast<int>(header->height)};
+    const std::optional<Header> header = ReadReasonableHeader(bytes);
+    return header ? std::optional(SizeOf(*header)) : std::nullopt;
 }
 
 std::unique_ptr<Surface> DecodePng(std::string_view bytes) {
-    const std::optional<CSize> size = ReadPngSize(bytes);
-    if (!size) {
+    const std::optional<Header> header = ReadReasonableHeader(bytes);
+    if (!header || !IsTrustworthy(bytes, *header)) {
         return nullptr;
     }
-    const Codec codec(Codec::Kind::Read);
-    auto surface = std::make_unique<Surface>(size->cx, size->cy);
-    if (!codec.info || surface->Width() != size->cx) {
-        return nullptr;
-    }
-    png_set_read_fn(codec.png, &bytes, &ReadBytes);
-    if (!ReadRows(codec.png, codec.info, *surface)) {
+    const CSize size = SizeOf(*header);
+    Codec codec(bytes);
+    auto surface = std::make_unique<Surface>(size.cx, size.cy);
+    if (!codec.info || surface->Width() != size.cx || !ReadRows(codec.png, codec.info, *surface)) {
         return nullptr;
     }
     for (int y = 0; y < surface->Height(); ++y) {
@@ -246,12 +293,11 @@ std::unique_ptr<Surface> DecodePng(std::string_view bytes) {
 
 std::string EncodePng(const Surface& surface, PngAlpha alpha) {
     std::string result;
-    const Codec codec(Codec::Kind::Write);
+    Codec codec(result);
     if (!codec.info || surface.Bounds().IsEmpty()) {
         return result;
     }
     const auto row = std::make_unique<std::uint32_t[]>(static_cast<std::size_t>(surface.Width()));
-    png_set_write_fn(codec.png, &result, &AppendBytes, nullptr);
     if (!WriteRows(codec.png, codec.info, surface, reinterpret_cast<png_bytep>(row.get()), alpha)) {
         result.clear();
     }
