@@ -4,7 +4,7 @@ This is the one place to edit. `make_profiles.py` turns it into the profile file
 pictures. File names are unique across all groups, since picked profiles and their icons meet in the folder `Recent`.
 """
 
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 
 
 @dataclass(frozen=True)
@@ -49,7 +49,7 @@ class Group:
     glyph: str
     accent: str
     marked: bool = False
-    profiles: tuple = field(default_factory=tuple)
+    profiles: tuple = ()
 
 
 def _aac(bitrate=160, sample_rate=48000, channels="Stereo"):
@@ -267,7 +267,7 @@ _BLURAY = (
       V("H.264", 20000, "1920x1080", "29.97", "16:9"), _surround()),
     P("bluray-720p50", "720p", "m2ts", "Blu-ray H.264 720p 50 fps", "Smooth motion for sport",
       V("H.264", 15000, "1280x720", "50", "16:9"), _surround()),
-    P("bluray-mpeg2", "MPEG2", "m2ts", "Blu-ray MPEG-2 1080p film", "Encodes fast, needs a large disc",
+    P("bluray-mpeg2", "MPG2", "m2ts", "Blu-ray MPEG-2 1080p film", "Encodes fast, needs a large disc",
       V("MPEG-2", 30000, "1920x1080", "23.976", "16:9"), _surround(640)),
     P("bluray-uhd", "4K", "m2ts", "Ultra HD Blu-ray H.265", "Cinema films in 4K, 66 GB discs",
       V("H.265", 60000, "3840x2160", "23.976", "16:9"), _surround(640)),
@@ -327,7 +327,7 @@ _PHONE = (
     P("phone-h265-720p", "720p", "mp4", "Phone H.265 720p", "A feature film in about 1 GB",
       V("H.265", 1000, "1280x720", "30"), _aac(128)),
     P("phone-h265-saver", "SAVER", "mp4", "Phone data saver", "About 3 MB for each minute",
-      V("H.265", 350, "640x360", "25"), Audio("HE-AAC", 48, 44100)),
+      V("H.265", 350, "640x360", "25"), A("HE-AAC", 48, 44100)),
     P("phone-vertical", "9:16", "mp4", "Phone vertical 720x1280", "Fills the screen held upright",
       V("H.264", 2500, "720x1280", "30", "9:16"), _aac(128)),
     P("phone-320", "QVGA", "mp4", "Phone MPEG-4 320x240", "For phones with keys and small screens",
