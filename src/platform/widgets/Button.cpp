@@ -23,9 +23,13 @@ bool CButton::Create(const CString& text, UINT style, const CRect& rect, CWnd* p
     return parent != nullptr && CreateEx(0, kButtonClass, text, style | WS_CHILD, rect, parent->GetSafeHwnd(), id);
 }
 
-const MessageMap& CButton::ClassMessageMap() { return CWnd::ClassMessageMap(); }
+const MessageMap& CButton::ClassMessageMap() {
+    return CWnd::ClassMessageMap();
+}
 
-const MessageMap& CButton::GetMessageMap() const { return ClassMessageMap(); }
+const MessageMap& CButton::GetMessageMap() const {
+    return ClassMessageMap();
+}
 
 LRESULT CButton::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {

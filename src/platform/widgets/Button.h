@@ -8,9 +8,9 @@ namespace veldan {
 enum : UINT { BS_PUSHBUTTON = 0x00, BS_OWNERDRAW = 0x0b };
 
 /// A push button that its owner draws: at each paint and each change of state the parent gets WM_CTLCOLORBTN and
-/// WM_DRAWITEM, which come back to the button as OCM_CTLCOLOR and DrawItem. A press captures the pointer; a release inside
-/// sends the parent WM_COMMAND with BN_CLICKED, by which time the button is up again and has let go of the pointer. The
-/// space bar presses the button that has the focus. Takes the focus on a left press.
+/// WM_DRAWITEM, which come back to the button as OCM_CTLCOLOR and DrawItem. A press captures the pointer; a release
+/// inside sends the parent WM_COMMAND with BN_CLICKED, by which time the button is up again and has let go of the
+/// pointer. The space bar presses the button that has the focus. Takes the focus on a left press.
 class VELDAN_PLATFORM_API CButton : public CWnd {
 public:
     CButton();

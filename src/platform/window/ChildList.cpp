@@ -27,7 +27,9 @@ void ChildList::Remove(std::size_t place) {
     ++m_gaps;
 }
 
-void ChildList::MoveToTop(std::size_t place) { MoveEntry(m_entries.begin() + std::ptrdiff_t(place), m_entries.begin()); }
+void ChildList::MoveToTop(std::size_t place) {
+    MoveEntry(m_entries.begin() + std::ptrdiff_t(place), m_entries.begin());
+}
 
 void ChildList::MoveToBottom(std::size_t place) {
     MoveEntry(m_entries.begin() + std::ptrdiff_t(place), m_entries.end() - 1);

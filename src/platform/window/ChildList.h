@@ -8,8 +8,9 @@
 
 namespace veldan {
 
-/// The children of a window from the topmost to the lowest, with what hit tests and clipping ask for kept side by side in
-/// memory. Removal leaves a gap that is closed later, so making and destroying children costs the same for any number.
+/// The children of a window from the topmost to the lowest, with what hit tests and clipping ask for kept side by side
+/// in memory. Removal leaves a gap that is closed later, so making and destroying children costs the same for any
+/// number.
 class ChildList {
 public:
     struct Entry {

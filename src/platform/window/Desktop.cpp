@@ -49,8 +49,8 @@ LRESULT Desktop::CallWindow(WindowRecord& record, UINT message, WPARAM wParam, L
     if (object == nullptr) {
         return 0;
     }
-    const MSG outer = std::exchange(
-        m_currentMessage, MSG{record.handle, message, wParam, lParam, m_clock->Now(), m_ptPointer});
+    const MSG outer =
+        std::exchange(m_currentMessage, MSG{record.handle, message, wParam, lParam, m_clock->Now(), m_ptPointer});
     if (m_observer) {
         m_observer(m_currentMessage, sent);
     }

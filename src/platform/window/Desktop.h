@@ -21,13 +21,13 @@ struct CREATESTRUCT;
 /// Called when a timer without a window is due.
 using TimerProc = void (*)(UINT_PTR id);
 
-/// The window system of the process: the table of windows, the message queue, focus, capture, hover tracking, timers, the
-/// clock and the display. All of its state is in one object, which is made at the first use and never destroyed by the
-/// end of the process; a test installs a fresh one.
+/// The window system of the process: the table of windows, the message queue, focus, capture, hover tracking, timers,
+/// the clock and the display. All of its state is in one object, which is made at the first use and never destroyed by
+/// the end of the process; a test installs a fresh one.
 ///
-/// Whatever calls out (handlers, callbacks) may destroy any window and delete its object; so only handles are kept across
-/// calls, and each is asked again afterwards. Messages are retrieved in this order: posted, quit, input, painting, timers;
-/// sent ones run at once, nested. One thread.
+/// Whatever calls out (handlers, callbacks) may destroy any window and delete its object; so only handles are kept
+/// across calls, and each is asked again afterwards. Messages are retrieved in this order: posted, quit, input,
+/// painting, timers; sent ones run at once, nested. One thread.
 class VELDAN_PLATFORM_API Desktop {
 public:
     /// Sees every message that a window is given, in the order in which they start.
@@ -65,11 +65,12 @@ public:
     bool PumpMessage();
     /// Takes the next message without waiting; false: there is none.
     bool PeekMessage(MSG& message);
-    /// Runs the PreTranslateMessage walk from the message's window up its parents, then hands the message to its window.
+    /// Runs the PreTranslateMessage walk from the message's window up its parents, then hands the message to its
+    /// window.
     void TranslateAndDispatch(MSG& message);
     void PostQuitMessage(int result);
-    /// The end of every public entry and of each dispatch: shows what was drawn, sends out requests, and sees to it that
-    /// the descriptor is readable if and only if something waits.
+    /// The end of every public entry and of each dispatch: shows what was drawn, sends out requests, and sees to it
+    /// that the descriptor is readable if and only if something waits.
     void Settle();
 
     // Life of windows.
@@ -191,7 +192,8 @@ private:
 
     [[nodiscard]] CPoint OriginOf(const WindowRecord& record) const;
     [[nodiscard]] Region VisibleRegion(const WindowRecord& record) const;
-    [[nodiscard]] Surface& SurfaceOf(WindowRecord& topLevel);
+    [[nodiscard]] const std::shared_ptr<Surface>& SurfaceOf(HWND window);
+    void AddDirty(HWND window, const Region& area);
     void InvalidateTree(WindowRecord& record, const CRect& client, bool erase);
     void QueuePaint(WindowRecord& record);
     void QueuePaintOfTree(WindowRecord& record);
@@ -202,7 +204,8 @@ private:
     void PresentAll();
     void Present(WindowRecord& topLevel);
 
-    /// What a look for input gave: nothing, a message, or something that made the queue worth another look from the top.
+    /// What a look for input gave: nothing, a message, or something that made the queue worth another look from the
+    /// top.
     enum class Retrieved { Nothing, Message, Again };
 
     bool NextPosted(MSG& message);
@@ -250,8 +253,8 @@ private:
     HWND m_active;
     HWND m_capture;
 
-    HWND m_pointerTopLevel;   // the own top-level window that the pointer is in
-    HWND m_mouseWindow;       // the window that the pointer was last known to be in
+    HWND m_pointerTopLevel;  // the own top-level window that the pointer is in
+    HWND m_mouseWindow;      // the window that the pointer was last known to be in
     CPoint m_ptPointer;
     UINT m_uPointerFlags = 0;
     bool m_bRetestPointer = false;

@@ -8,10 +8,10 @@ namespace veldan {
 
 namespace {
 
-constexpr int kDoubleClickTime = 500;      // milliseconds between the two presses
-constexpr int kDoubleClickDistance = 4;    // pixels that the pointer may stray between them
-constexpr int kHoverBox = 4;               // pixels a side of the box that a resting pointer stays in
-constexpr std::intptr_t kHitClient = 1;    // the only part that windows without decoration have
+constexpr int kDoubleClickTime = 500;    // milliseconds between the two presses
+constexpr int kDoubleClickDistance = 4;  // pixels that the pointer may stray between them
+constexpr int kHoverBox = 4;             // pixels a side of the box that a resting pointer stays in
+constexpr std::intptr_t kHitClient = 1;  // the only part that windows without decoration have
 
 struct ButtonMessages {
     UINT down;
@@ -30,7 +30,9 @@ ButtonMessages MessagesOf(int button) {
     }
 }
 
-bool IsNear(CPoint a, CPoint b, int distance) { return std::abs(a.x - b.x) <= distance && std::abs(a.y - b.y) <= distance; }
+bool IsNear(CPoint a, CPoint b, int distance) {
+    return std::abs(a.x - b.x) <= distance && std::abs(a.y - b.y) <= distance;
+}
 
 }  // namespace
 
@@ -57,7 +59,9 @@ HWND Desktop::WindowAt(HWND topLevel, CPoint screen) const {
     }
 }
 
-HWND Desktop::MouseTarget(HWND topLevel, CPoint screen) const { return m_capture ? m_capture : WindowAt(topLevel, screen); }
+HWND Desktop::MouseTarget(HWND topLevel, CPoint screen) const {
+    return m_capture ? m_capture : WindowAt(topLevel, screen);
+}
 
 MSG Desktop::MouseMessage(HWND window, UINT message, UINT flags, CPoint screen) const {
     const CPoint client = screen - WindowRect(window).TopLeft();
@@ -316,7 +320,9 @@ bool Desktop::HoverDue(MSG& message) {
     return true;
 }
 
-CPoint Desktop::CursorPos() { return m_pointerTopLevel ? m_ptPointer : m_display->QueryPointer(); }
+CPoint Desktop::CursorPos() {
+    return m_pointerTopLevel ? m_ptPointer : m_display->QueryPointer();
+}
 
 void Desktop::SetCursor(CursorShape shape) {
     m_cursor = shape;

@@ -40,12 +40,14 @@ Region Desktop::VisibleRegion(const WindowRecord& record) const {
     return region;
 }
 
-Surface& Desktop::SurfaceOf(WindowRecord& topLevel) {
+/// The pixels of the window's top-level window, made at the first call.
+const std::shared_ptr<Surface>& Desktop::SurfaceOf(HWND window) {
+    const WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
     std::shared_ptr<Surface>& surface = topLevel.topLevel->surface;
     if (!surface) {
         surface = std::make_shared<Surface>(topLevel.rect.Width(), topLevel.rect.Height());
     }
-    return *surface;
+    return surface;
 }
 
 void Desktop::Invalidate(HWND window, const CRect& client, bool erase) {
@@ -162,11 +164,9 @@ void Desktop::EraseNow(HWND window) {
     Region clip = VisibleRegion(*record);
     clip.Intersect(Region(area).Translate(origin));
     InvalidateChildren(*record, area);
-    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
-    SurfaceOf(topLevel);
-    topLevel.topLevel->dirty.Add(clip);
     CDC dc;
-    dc.Attach(CreateSurfaceDC(topLevel.topLevel->surface, origin, clip));
+    dc.Attach(CreateSurfaceDC(SurfaceOf(window), origin, clip));
+    AddDirty(window, clip);
     SendMessage(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc));
 }
 
@@ -176,9 +176,7 @@ HDC Desktop::WindowDC(HWND window) {
     if (record == nullptr) {
         return nullptr;
     }
-    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
-    SurfaceOf(topLevel);
-    return CreateSurfaceDC(topLevel.topLevel->surface, OriginOf(*record), VisibleRegion(*record));
+    return CreateSurfaceDC(SurfaceOf(window), OriginOf(*record), VisibleRegion(*record));
 }
 
 HDC Desktop::BeginPaint(HWND window, Region& area) {
@@ -192,16 +190,18 @@ HDC Desktop::BeginPaint(HWND window, Region& area) {
     const CPoint origin = OriginOf(*record);
     Region clip = VisibleRegion(*record);
     clip.Intersect(Region(area).Translate(origin));
-    WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
-    SurfaceOf(topLevel);
-    topLevel.topLevel->dirty.Add(clip);
-    return CreateSurfaceDC(topLevel.topLevel->surface, origin, clip);
+    AddDirty(window, clip);
+    return CreateSurfaceDC(SurfaceOf(window), origin, clip);
 }
 
 void Desktop::MarkDrawn(HWND window) {
     if (const WindowRecord* record = m_table.Find(window)) {
-        m_table.Find(TopLevelOf(window))->topLevel->dirty.Add(VisibleRegion(*record));
+        AddDirty(window, VisibleRegion(*record));
     }
+}
+
+void Desktop::AddDirty(HWND window, const Region& area) {
+    m_table.Find(TopLevelOf(window))->topLevel->dirty.Add(area);
 }
 
 void Desktop::Present(WindowRecord& topLevel) {

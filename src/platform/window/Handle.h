@@ -4,7 +4,8 @@
 
 namespace veldan {
 
-/// Names a window. A handle is never used again after its window is gone, so an old one finds nothing instead of a stranger.
+/// Names a window. A handle is never used again after its window is gone, so an old one finds nothing instead of a
+/// stranger.
 struct HWND {
     std::uint32_t slot = 0;
     std::uint32_t generation = 0;  // 0 in the null handle only

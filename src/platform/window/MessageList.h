@@ -1,7 +1,7 @@
 #pragma once
 
-/// Every message of the layer: name, number, and the signature its handlers have (see MessageMap.h). Constants, names for
-/// the message spy and the decoding of arguments all come from this list.
+/// Every message of the layer: name, number, and the signature its handlers have (see MessageMap.h). Constants, names
+/// for the message spy and the decoding of arguments all come from this list.
 ///
 /// Life of a window
 ///   WM_CREATE        sent by creation before the window can be seen; -1 refuses the window.

@@ -75,7 +75,9 @@ LRESULT ResultOf(Call call) {
     }
 }
 
-inline CPoint PointOf(LPARAM lParam) { return {SignedLoWord(lParam), SignedHiWord(lParam)}; }
+inline CPoint PointOf(LPARAM lParam) {
+    return {SignedLoWord(lParam), SignedHiWord(lParam)};
+}
 
 /// LRESULT Handler(WPARAM, LPARAM)
 struct Raw {
@@ -153,9 +155,8 @@ struct ShowWindow {
 struct SetCursor {
     template <auto Handler, class Wnd>
     static LRESULT Call(Wnd& wnd, WPARAM wParam, LPARAM lParam) {
-        return ResultOf([&] {
-            return (wnd.*Handler)(WindowOf(wParam), LoWord(WPARAM(lParam)), HiWord(WPARAM(lParam)));
-        });
+        return ResultOf(
+            [&] { return (wnd.*Handler)(WindowOf(wParam), LoWord(WPARAM(lParam)), HiWord(WPARAM(lParam))); });
     }
 };
 
@@ -213,9 +214,8 @@ struct Mouse {
 struct Wheel {
     template <auto Handler, class Wnd>
     static LRESULT Call(Wnd& wnd, WPARAM wParam, LPARAM lParam) {
-        return ResultOf([&] {
-            return (wnd.*Handler)(LoWord(wParam), short(SignedHiWord(LPARAM(wParam))), PointOf(lParam));
-        });
+        return ResultOf(
+            [&] { return (wnd.*Handler)(LoWord(wParam), short(SignedHiWord(LPARAM(wParam))), PointOf(lParam)); });
     }
 };
 

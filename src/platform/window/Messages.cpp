@@ -16,7 +16,9 @@ static_assert(std::ranges::is_sorted(kNames, {}, &MessageName::number));
 
 }  // namespace
 
-std::span<const MessageName> AllMessages() { return kNames; }
+std::span<const MessageName> AllMessages() {
+    return kNames;
+}
 
 std::string_view NameOfMessage(UINT message) {
     const auto* found = std::ranges::lower_bound(kNames, message, {}, &MessageName::number);

@@ -20,12 +20,13 @@ struct TopLevelState {
     HWND lastFocus;                    ///< The child that had the focus last.
 };
 
-/// One window in the table. Everything that the window system knows of it, apart from the object that handles its messages.
+/// One window in the table. Everything that the window system knows of it, apart from the object that handles its
+/// messages.
 struct WindowRecord {
     HWND handle;
     CWnd* object = nullptr;
-    HWND parent;             ///< Null for a top-level window.
-    std::size_t place = 0;   ///< In the parent's list of children.
+    HWND parent;            ///< Null for a top-level window.
+    std::size_t place = 0;  ///< In the parent's list of children.
     ChildList children;
     std::unique_ptr<TopLevelState> topLevel;  ///< Null for a child.
     const WindowClass* windowClass = nullptr;
@@ -38,8 +39,8 @@ struct WindowRecord {
     bool visible = false;
     bool enabled = true;
     bool destroying = false;
-    Region update;            ///< What is left to paint, in client pixels.
-    bool erase = false;       ///< The update region wants its background first.
+    Region update;       ///< What is left to paint, in client pixels.
+    bool erase = false;  ///< The update region wants its background first.
     bool queuedForPaint = false;
     bool paintBegun = false;  ///< The paint message that runs has asked for its device context.
 

@@ -11,7 +11,9 @@ const CWnd CWnd::wndBottom;
 
 namespace signature {
 
-CWnd* WindowOf(std::uint64_t handleValue) { return CWnd::FromHandle(HWND::FromValue(handleValue)); }
+CWnd* WindowOf(std::uint64_t handleValue) {
+    return CWnd::FromHandle(HWND::FromValue(handleValue));
+}
 
 }  // namespace signature
 
@@ -37,9 +39,13 @@ bool CWnd::CreateEx(UINT exStyle, const WindowClass& windowClass, const CString&
     return static_cast<bool>(Desktop::Get().CreateWindow(*this, windowClass, create));
 }
 
-bool CWnd::DestroyWindow() { return m_hWnd && Desktop::Get().DestroyWindow(m_hWnd); }
+bool CWnd::DestroyWindow() {
+    return m_hWnd && Desktop::Get().DestroyWindow(m_hWnd);
+}
 
-CWnd* CWnd::FromHandle(HWND hWnd) { return hWnd ? Desktop::Get().ObjectOf(hWnd) : nullptr; }
+CWnd* CWnd::FromHandle(HWND hWnd) {
+    return hWnd ? Desktop::Get().ObjectOf(hWnd) : nullptr;
+}
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return m_hWnd ? Desktop::Get().SendMessage(m_hWnd, message, wParam, lParam) : 0;
@@ -49,29 +55,43 @@ bool CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return m_hWnd && Desktop::Get().PostMessage(m_hWnd, message, wParam, lParam);
 }
 
-CWnd* CWnd::GetParent() const { return m_hWnd ? FromHandle(Desktop::Get().ParentOf(m_hWnd)) : nullptr; }
+CWnd* CWnd::GetParent() const {
+    return m_hWnd ? FromHandle(Desktop::Get().ParentOf(m_hWnd)) : nullptr;
+}
 
-CWnd* CWnd::GetDlgItem(UINT id) const { return m_hWnd ? FromHandle(Desktop::Get().ChildWithId(m_hWnd, id)) : nullptr; }
+CWnd* CWnd::GetDlgItem(UINT id) const {
+    return m_hWnd ? FromHandle(Desktop::Get().ChildWithId(m_hWnd, id)) : nullptr;
+}
 
 UINT CWnd::GetDlgCtrlID() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
     return record != nullptr ? record->id : 0;
 }
 
-CRect CWnd::GetWindowRect() const { return m_hWnd ? Desktop::Get().WindowRect(m_hWnd) : CRect(); }
+CRect CWnd::GetWindowRect() const {
+    return m_hWnd ? Desktop::Get().WindowRect(m_hWnd) : CRect();
+}
 
 CRect CWnd::GetClientRect() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
     return record != nullptr ? record->ClientRect() : CRect();
 }
 
-CPoint CWnd::ScreenToClient(CPoint screen) const { return screen - GetWindowRect().TopLeft(); }
+CPoint CWnd::ScreenToClient(CPoint screen) const {
+    return screen - GetWindowRect().TopLeft();
+}
 
-CRect CWnd::ScreenToClient(const CRect& screen) const { return screen.Offset(-GetWindowRect().TopLeft()); }
+CRect CWnd::ScreenToClient(const CRect& screen) const {
+    return screen.Offset(-GetWindowRect().TopLeft());
+}
 
-CPoint CWnd::ClientToScreen(CPoint client) const { return client + GetWindowRect().TopLeft(); }
+CPoint CWnd::ClientToScreen(CPoint client) const {
+    return client + GetWindowRect().TopLeft();
+}
 
-bool CWnd::ShowWindow(ShowCommand command) { return m_hWnd && Desktop::Get().ShowWindow(m_hWnd, command); }
+bool CWnd::ShowWindow(ShowCommand command) {
+    return m_hWnd && Desktop::Get().ShowWindow(m_hWnd, command);
+}
 
 bool CWnd::SetWindowPos(const CWnd* after, int x, int y, int width, int height, UINT flags) {
     if (!m_hWnd) {
@@ -91,16 +111,22 @@ bool CWnd::MoveWindow(const CRect& rect) {
     return m_hWnd && Desktop::Get().PlaceWindow(m_hWnd, rect, Desktop::Stacking::Keep, {}, SWP_NOZORDER);
 }
 
-bool CWnd::EnableWindow(bool enable) { return m_hWnd && Desktop::Get().EnableWindow(m_hWnd, enable); }
+bool CWnd::EnableWindow(bool enable) {
+    return m_hWnd && Desktop::Get().EnableWindow(m_hWnd, enable);
+}
 
 bool CWnd::IsWindowEnabled() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
     return record != nullptr && record->enabled;
 }
 
-bool CWnd::IsWindowVisible() const { return m_hWnd && Desktop::Get().IsVisible(m_hWnd); }
+bool CWnd::IsWindowVisible() const {
+    return m_hWnd && Desktop::Get().IsVisible(m_hWnd);
+}
 
-bool CWnd::ModifyStyle(UINT remove, UINT add) { return m_hWnd && Desktop::Get().ModifyStyle(m_hWnd, remove, add); }
+bool CWnd::ModifyStyle(UINT remove, UINT add) {
+    return m_hWnd && Desktop::Get().ModifyStyle(m_hWnd, remove, add);
+}
 
 UINT CWnd::GetStyle() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
@@ -118,7 +144,9 @@ CString CWnd::GetWindowText() const {
     return record != nullptr ? record->text : CString();
 }
 
-void CWnd::Invalidate(bool erase) { InvalidateRect(GetClientRect(), erase); }
+void CWnd::Invalidate(bool erase) {
+    InvalidateRect(GetClientRect(), erase);
+}
 
 void CWnd::InvalidateRect(const CRect& client, bool erase) {
     if (m_hWnd) {
@@ -132,28 +160,42 @@ void CWnd::UpdateWindow() {
     }
 }
 
-CWnd* CWnd::SetFocus() { return m_hWnd ? FromHandle(Desktop::Get().SetFocus(m_hWnd)) : nullptr; }
+CWnd* CWnd::SetFocus() {
+    return m_hWnd ? FromHandle(Desktop::Get().SetFocus(m_hWnd)) : nullptr;
+}
 
-CWnd* CWnd::GetFocus() { return FromHandle(Desktop::Get().Focus()); }
+CWnd* CWnd::GetFocus() {
+    return FromHandle(Desktop::Get().Focus());
+}
 
-CWnd* CWnd::SetCapture() { return m_hWnd ? FromHandle(Desktop::Get().SetCapture(m_hWnd)) : nullptr; }
+CWnd* CWnd::SetCapture() {
+    return m_hWnd ? FromHandle(Desktop::Get().SetCapture(m_hWnd)) : nullptr;
+}
 
-void CWnd::ReleaseCapture() { Desktop::Get().SetCapture({}); }
+void CWnd::ReleaseCapture() {
+    Desktop::Get().SetCapture({});
+}
 
 bool CWnd::TrackMouseEvent(UINT flags, UINT hoverTime) {
     return m_hWnd && Desktop::Get().TrackMouseEvent(m_hWnd, flags, hoverTime);
 }
 
-UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT period) { return m_hWnd ? Desktop::Get().SetTimer(m_hWnd, id, period) : 0; }
+UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT period) {
+    return m_hWnd ? Desktop::Get().SetTimer(m_hWnd, id, period) : 0;
+}
 
-bool CWnd::KillTimer(UINT_PTR id) { return m_hWnd && Desktop::Get().KillTimer(m_hWnd, id); }
+bool CWnd::KillTimer(UINT_PTR id) {
+    return m_hWnd && Desktop::Get().KillTimer(m_hWnd, id);
+}
 
 const MessageMap& CWnd::ClassMessageMap() {
     static constexpr MessageMap kMap;
     return kMap;
 }
 
-const MessageMap& CWnd::GetMessageMap() const { return ClassMessageMap(); }
+const MessageMap& CWnd::GetMessageMap() const {
+    return ClassMessageMap();
+}
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
@@ -226,7 +268,9 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-void CWnd::OnPaintDefault() { const CPaintDC dc(this); }
+void CWnd::OnPaintDefault() {
+    const CPaintDC dc(this);
+}
 
 LRESULT CWnd::OnSetCursorDefault() {
     Desktop& desktop = Desktop::Get();
@@ -240,7 +284,8 @@ LRESULT CWnd::OnSetCursorDefault() {
 LRESULT CWnd::OnMouseWheelDefault(WPARAM wParam, LPARAM lParam) {
     Desktop& desktop = Desktop::Get();
     const WindowRecord* record = desktop.Find(m_hWnd);
-    return record != nullptr && record->IsChild() ? desktop.SendMessage(record->parent, WM_MOUSEWHEEL, wParam, lParam) : 0;
+    return record != nullptr && record->IsChild() ? desktop.SendMessage(record->parent, WM_MOUSEWHEEL, wParam, lParam)
+                                                  : 0;
 }
 
 LRESULT CWnd::OnCtlColorDefault(WPARAM wParam, LPARAM lParam) {
@@ -259,11 +304,15 @@ void CWnd::PreSubclassWindow() {}
 
 void CWnd::PostNcDestroy() {}
 
-bool CWnd::PreTranslateMessage(MSG& /*message*/) { return false; }
+bool CWnd::PreTranslateMessage(MSG& /*message*/) {
+    return false;
+}
 
 void CWnd::DrawItem(DRAWITEMSTRUCT* /*lpDrawItemStruct*/) {}
 
-CWnd* CWnd::GetFirstFocus() { return nullptr; }
+CWnd* CWnd::GetFirstFocus() {
+    return nullptr;
+}
 
 LRESULT CWnd::Default() {
     const MSG& current = Desktop::Get().CurrentMessage();

@@ -10,10 +10,10 @@ class Desktop;
 
 /// A window as an object: creation, the operations on it, and its message handlers through a table.
 ///
-/// The window itself lives in the desktop's table under its handle; the object is attached to it from creation until the
-/// window's last message. Deleting the object destroys a window that is still there; destroying the window leaves the
-/// object alone. An object may be deleted in any of its own handlers. Every operation on an object without a window does
-/// nothing and answers with false, zero or null. One thread: the one that made the desktop.
+/// The window itself lives in the desktop's table under its handle; the object is attached to it from creation until
+/// the window's last message. Deleting the object destroys a window that is still there; destroying the window leaves
+/// the object alone. An object may be deleted in any of its own handlers. Every operation on an object without a window
+/// does nothing and answers with false, zero or null. One thread: the one that made the desktop.
 class VELDAN_PLATFORM_API CWnd {
 public:
     CWnd();
@@ -24,8 +24,8 @@ public:
     // Life.
 
     /// Makes the window. `owner` is the parent of a child, the owner of a popup, and may be null for popups and frames.
-    /// `rect` is in the parent's client pixels for a child, else in the screen's. False if the parent is gone, a window is
-    /// attached already, or WM_CREATE refused.
+    /// `rect` is in the parent's client pixels for a child, else in the screen's. False if the parent is gone, a window
+    /// is attached already, or WM_CREATE refused.
     bool CreateEx(UINT exStyle, const WindowClass& windowClass, const CString& text, UINT style, const CRect& rect,
                   HWND owner, UINT id);
     virtual bool DestroyWindow();

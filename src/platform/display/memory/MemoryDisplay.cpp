@@ -1,0 +1,324 @@
+#include "platform/display/memory/MemoryDisplay.h"
+
+#include "platform/draw/Region.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace veldan {
+
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xff000000;
+constexpr std::uint32_t kBackground = 0xff5a6068;
+constexpr std::uint32_t kForeignWindow = 0xffb8bcc2;
+
+UINT FlagOf(int button) {
+    return button == 1 ? MK_LBUTTON : button == 2 ? MK_MBUTTON : MK_RBUTTON;
+}
+
+constexpr UINT kAnyButton = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
+
+void FillRow(Surface& surface, int y, int left, int right, std::uint32_t colour) {
+    std::fill(surface.Row(y) + left, surface.Row(y) + right, colour);
+}
+
+}  // namespace
+
+MemoryDisplay::MemoryDisplay(CSize screen) : m_screen(screen) {}
+
+MemoryDisplay::~MemoryDisplay() = default;
+
+MemoryDisplay::Window* MemoryDisplay::Find(TopLevelId id) {
+    const auto found = std::ranges::find(m_windows, id, &Window::id);
+    return found != m_windows.end() ? &*found : nullptr;
+}
+
+MemoryDisplay::Window* MemoryDisplay::WindowUnderPointer() {
+    const auto found = std::ranges::find_if(m_windows, [this](const Window& window) {
+        return window.visible && window.kind != TopLevelKind::ToolTip && window.rect.Contains(m_ptPointer);
+    });
+    return found != m_windows.end() ? &*found : nullptr;
+}
+
+bool MemoryDisplay::AnyOwnVisible() const {
+    return std::ranges::any_of(m_windows, [](const Window& window) { return window.visible && !window.foreign; });
+}
+
+void MemoryDisplay::Send(DisplayEventKind kind, TopLevelId window, int button, int delta) {
+    DisplayEvent event;
+    event.kind = kind;
+    event.window = window;
+    event.screen = m_ptPointer;
+    event.button = button;
+    event.delta = delta;
+    event.flags = m_uFlags;
+    m_events.push_back(std::move(event));
+}
+
+/// Windows or the pointer changed: tells which own window the pointer is in now, if that is another one.
+void MemoryDisplay::PointerMayHaveCrossed() {
+    if (m_grabWindow != 0) {
+        return;
+    }
+    const Window* under = WindowUnderPointer();
+    const TopLevelId now = under != nullptr && !under->foreign ? under->id : 0;
+    const TopLevelId before = std::exchange(m_pointerWindow, now);
+    if (now != 0 && now != before) {
+        Send(DisplayEventKind::PointerMove, now);
+    } else if (now == 0 && before != 0) {
+        Send(DisplayEventKind::PointerLeave, 0);
+    }
+}
+
+void MemoryDisplay::MovePointer(CPoint screen) {
+    m_ptPointer = screen;
+    if (m_grabWindow != 0) {
+        Send(DisplayEventKind::PointerMove, m_grabWindow);
+        return;
+    }
+    const TopLevelId before = m_pointerWindow;
+    PointerMayHaveCrossed();
+    if (m_pointerWindow != 0 && m_pointerWindow == before) {
+        Send(DisplayEventKind::PointerMove, m_pointerWindow);
+    }
+}
+
+void MemoryDisplay::PressButton(int button) {
+    m_uFlags |= FlagOf(button);
+    const Window* under = WindowUnderPointer();
+    if (m_grabWindow != 0 || (under != nullptr && !under->foreign)) {
+        m_grabWindow = m_grabWindow != 0 ? m_grabWindow : under->id;
+        Send(DisplayEventKind::ButtonPress, m_grabWindow, button);
+        return;
+    }
+    if (AnyOwnVisible()) {
+        Send(DisplayEventKind::OutsidePress, 0, button);
+    }
+    if (under != nullptr) {
+        SetFocusTo(under->id);
+    }
+}
+
+void MemoryDisplay::ReleaseButton(int button) {
+    m_uFlags &= ~FlagOf(button);
+    if (m_grabWindow == 0) {
+        return;
+    }
+    Send(DisplayEventKind::ButtonRelease, m_grabWindow, button);
+    if ((m_uFlags & kAnyButton) == 0) {
+        m_grabWindow = 0;
+        PointerMayHaveCrossed();
+    }
+}
+
+void MemoryDisplay::TurnWheel(int delta) {
+    const Window* under = WindowUnderPointer();
+    if (under != nullptr && !under->foreign) {
+        Send(DisplayEventKind::Wheel, under->id, 0, delta);
+    }
+}
+
+void MemoryDisplay::PressKey(UINT key, const std::string& text) {
+    if (Find(m_focus) != nullptr && !Find(m_focus)->foreign) {
+        Send(DisplayEventKind::KeyPress, m_focus);
+        m_events.back().key = key;
+        m_events.back().text = text;
+    }
+}
+
+void MemoryDisplay::ReleaseKey(UINT key) {
+    if (Find(m_focus) != nullptr && !Find(m_focus)->foreign) {
+        Send(DisplayEventKind::KeyRelease, m_focus);
+        m_events.back().key = key;
+    }
+}
+
+TopLevelId MemoryDisplay::AddForeignWindow(const CRect& rect) {
+    // Numbers of own windows have a generation in their upper half.
+    Window window;
+    window.id = m_nNextForeign++;
+    window.foreign = true;
+    window.visible = true;
+    window.rect = rect;
+    m_windows.insert(m_windows.begin(), std::move(window));
+    PointerMayHaveCrossed();
+    return m_windows.front().id;
+}
+
+void MemoryDisplay::FocusForeignWindow(TopLevelId id) {
+    SetFocusTo(id);
+}
+
+void MemoryDisplay::MoveFrame(TopLevelId id, const CRect& rect) {
+    if (Window* window = Find(id)) {
+        window->rect = rect;
+        Send(DisplayEventKind::Moved, id);
+        m_events.back().rect = rect;
+        PointerMayHaveCrossed();
+    }
+}
+
+void MemoryDisplay::RequestClose(TopLevelId id) {
+    Send(DisplayEventKind::CloseRequest, id);
+}
+
+void MemoryDisplay::Lose() {
+    m_bAlive = false;
+    m_windows.clear();
+    m_events.clear();
+    Send(DisplayEventKind::Lost, 0);
+}
+
+std::unique_ptr<Surface> MemoryDisplay::Picture() const {
+    auto picture = std::make_unique<Surface>(m_screen.cx, m_screen.cy);
+    for (int y = 0; y < m_screen.cy; ++y) {
+        FillRow(*picture, y, 0, m_screen.cx, kBackground);
+    }
+    for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
+        const CRect shown = window->visible ? window->rect.Intersect(picture->Bounds()) : CRect();
+        for (int y = shown.top; y < shown.bottom && !shown.IsEmpty(); ++y) {
+            FillRow(*picture, y, shown.left, shown.right, window->foreign ? kForeignWindow : kOpaque);
+            for (int x = shown.left; window->pixels && x < shown.right; ++x) {
+                picture->Row(y)[x] = window->pixels->At(x - window->rect.left, y - window->rect.top) | kOpaque;
+            }
+        }
+    }
+    return picture;
+}
+
+void MemoryDisplay::CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, const CRect& rect) {
+    if (!m_bAlive) {
+        return;
+    }
+    Window window;
+    window.id = id;
+    window.kind = traits.kind;
+    window.title = traits.title;
+    window.rect = rect;
+    m_windows.insert(m_windows.begin(), std::move(window));
+}
+
+void MemoryDisplay::DestroyTopLevel(TopLevelId id) {
+    SetVisible(id, false);
+    std::erase_if(m_windows, [id](const Window& window) { return window.id == id; });
+    m_focusBefore = m_focusBefore == id ? 0 : m_focusBefore;
+}
+
+void MemoryDisplay::SetTitle(TopLevelId id, const std::string& title) {
+    if (Window* window = Find(id)) {
+        window->title = title;
+    }
+}
+
+void MemoryDisplay::SetRect(TopLevelId id, const CRect& rect) {
+    if (Window* window = Find(id)) {
+        if (window->rect.Size() != rect.Size()) {
+            window->pixels.reset();
+        }
+        window->rect = rect;
+        PointerMayHaveCrossed();
+    }
+}
+
+void MemoryDisplay::SetVisible(TopLevelId id, bool visible) {
+    Window* window = Find(id);
+    if (window == nullptr || window->visible == visible) {
+        return;
+    }
+    window->visible = visible;
+    if (!visible && m_grabWindow == id) {
+        m_grabWindow = 0;
+    }
+    if (!visible && m_focus == id) {
+        SetFocusTo(0);
+    }
+    PointerMayHaveCrossed();
+}
+
+void MemoryDisplay::Restack(TopLevelId id, StackPlace place, TopLevelId sibling) {
+    Window* found = Find(id);
+    if (found == nullptr || (place == StackPlace::Below && Find(sibling) == nullptr)) {
+        return;
+    }
+    Window window = std::move(*found);
+    m_windows.erase(m_windows.begin() + (found - m_windows.data()));
+    auto target = place == StackPlace::Top ? m_windows.begin() : m_windows.end();
+    if (place == StackPlace::Below && sibling != id) {
+        target = std::ranges::find(m_windows, sibling, &Window::id) + 1;
+    }
+    m_windows.insert(target, std::move(window));
+    PointerMayHaveCrossed();
+}
+
+void MemoryDisplay::SetFocusTo(TopLevelId id) {
+    const TopLevelId before = std::exchange(m_focus, id);
+    if (before == id) {
+        return;
+    }
+    const Window* now = Find(id);
+    if (now != nullptr && !now->foreign) {
+        Send(DisplayEventKind::FocusIn, id);
+    } else if (Find(before) != nullptr && !Find(before)->foreign) {
+        Send(DisplayEventKind::FocusOut, before);
+    }
+}
+
+void MemoryDisplay::TakeFocus(TopLevelId id) {
+    const Window* window = Find(id);
+    if (window == nullptr || !window->visible || m_focus == id) {
+        return;
+    }
+    m_focusBefore = m_focus;
+    SetFocusTo(id);
+}
+
+void MemoryDisplay::GiveBackFocus() {
+    const Window* window = Find(m_focus);
+    const Window* before = Find(m_focusBefore);
+    if (window != nullptr && !window->foreign) {
+        SetFocusTo(before != nullptr && before->visible ? m_focusBefore : 0);
+    }
+}
+
+void MemoryDisplay::Present(TopLevelId id, const Surface& pixels, const Region& dirty) {
+    Window* window = Find(id);
+    if (window == nullptr) {
+        return;
+    }
+    if (!window->pixels) {
+        window->pixels = std::make_unique<Surface>(pixels.Width(), pixels.Height());
+    }
+    for (const CRect& rect : Region(dirty).Intersect(window->pixels->Bounds()).Rects()) {
+        m_nPresentedPixels += static_cast<std::uint64_t>(rect.Width()) * static_cast<std::uint64_t>(rect.Height());
+        for (int y = rect.top; y < rect.bottom; ++y) {
+            std::copy(pixels.Row(y) + rect.left, pixels.Row(y) + rect.right, window->pixels->Row(y) + rect.left);
+        }
+    }
+}
+
+void MemoryDisplay::SetCursor(TopLevelId id, CursorShape shape) {
+    if (Window* window = Find(id)) {
+        window->cursor = shape;
+    }
+}
+
+CPoint MemoryDisplay::QueryPointer() {
+    ++m_nRoundTrips;
+    return m_ptPointer;
+}
+
+void MemoryDisplay::ReleaseGrab() {
+    m_grabWindow = 0;
+}
+
+bool MemoryDisplay::NextEvent(DisplayEvent& event) {
+    if (m_events.empty()) {
+        return false;
+    }
+    event = std::move(m_events.front());
+    m_events.pop_front();
+    return true;
+}
+
+}  // namespace veldan

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/display/Display.h"
+#include "platform/draw/Surface.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace veldan {
+
+/// A display that exists in memory only: it keeps real state, answers each request with the notification that a server
+/// would send, and composes its windows into a picture. Without a person at it, a test or a demonstration moves its
+/// pointer and keys by hand.
+class VELDAN_PLATFORM_API MemoryDisplay final : public Display {
+public:
+    explicit MemoryDisplay(CSize screen = {1920, 1080});
+    ~MemoryDisplay() override;
+
+    // The person's side. Positions are pixels of the screen.
+
+    void MovePointer(CPoint screen);
+    void PressButton(int button);
+    void ReleaseButton(int button);
+    /// One step; positive is away from the person.
+    void TurnWheel(int delta);
+    void PressKey(UINT key, const std::string& text);
+    void ReleaseKey(UINT key);
+    /// A window of another program, on top of everything. A press on it gives it the focus.
+    TopLevelId AddForeignWindow(const CRect& rect);
+    /// What a window manager's switch to another program does: the focus goes, no button is pressed.
+    void FocusForeignWindow(TopLevelId id);
+    /// A window manager moves a frame.
+    void MoveFrame(TopLevelId id, const CRect& rect);
+    void RequestClose(TopLevelId id);
+    /// The display dies.
+    void Lose();
+    /// What a person sees.
+    [[nodiscard]] std::unique_ptr<Surface> Picture() const;
+    [[nodiscard]] TopLevelId FocusWindow() const { return m_focus; }
+    /// Pixels that were presented so far, counted over all windows.
+    [[nodiscard]] std::uint64_t PresentedPixels() const { return m_nPresentedPixels; }
+
+    // The window layer's side.
+
+    [[nodiscard]] std::string_view Name() const override { return "memory"; }
+    [[nodiscard]] bool IsAlive() const override { return m_bAlive; }
+    [[nodiscard]] CRect ScreenRect() const override { return CRect::FromSize({}, m_screen); }
+    void CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, const CRect& rect) override;
+    void DestroyTopLevel(TopLevelId id) override;
+    void SetTitle(TopLevelId id, const std::string& title) override;
+    void SetRect(TopLevelId id, const CRect& rect) override;
+    void SetVisible(TopLevelId id, bool visible) override;
+    void Restack(TopLevelId id, StackPlace place, TopLevelId sibling) override;
+    void TakeFocus(TopLevelId id) override;
+    void GiveBackFocus() override;
+    void Present(TopLevelId id, const Surface& pixels, const Region& dirty) override;
+    void SetCursor(TopLevelId id, CursorShape shape) override;
+    [[nodiscard]] CPoint QueryPointer() override;
+    void ReleaseGrab() override;
+    [[nodiscard]] int Descriptor() const override { return -1; }
+    [[nodiscard]] bool NextEvent(DisplayEvent& event) override;
+    void Flush() override {}
+    void Sync() override { ++m_nRoundTrips; }
+    [[nodiscard]] std::uint64_t RoundTrips() const override { return m_nRoundTrips; }
+
+private:
+    struct Window {
+        TopLevelId id = 0;
+        TopLevelKind kind = TopLevelKind::Popup;
+        bool foreign = false;
+        bool visible = false;
+        CRect rect;
+        std::string title;
+        CursorShape cursor = CursorShape::Arrow;
+        std::unique_ptr<Surface> pixels;
+    };
+
+    [[nodiscard]] Window* Find(TopLevelId id);
+    [[nodiscard]] Window* WindowUnderPointer();
+    [[nodiscard]] bool AnyOwnVisible() const;
+    void Send(DisplayEventKind kind, TopLevelId window, int button = 0, int delta = 0);
+    void PointerMayHaveCrossed();
+    void SetFocusTo(TopLevelId id);
+
+    CSize m_screen;
+    std::vector<Window> m_windows;  // from the topmost to the lowest
+    std::deque<DisplayEvent> m_events;
+    CPoint m_ptPointer{-1, -1};
+    UINT m_uFlags = 0;
+    TopLevelId m_pointerWindow = 0;  // the own window that the pointer was last reported in
+    TopLevelId m_grabWindow = 0;     // gets all pointer events while a button is down
+    TopLevelId m_focus = 0;
+    TopLevelId m_focusBefore = 0;
+    TopLevelId m_nNextForeign = 1;
+    bool m_bAlive = true;
+    std::uint64_t m_nRoundTrips = 0;
+    std::uint64_t m_nPresentedPixels = 0;
+};
+
+}  // namespace veldan
