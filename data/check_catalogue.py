@@ -51,7 +51,7 @@ def read_index(path):
 def check_picture(path, width, height):
     data = path.read_bytes() if path.is_file() else b""
     if data[:8] != b"\x89PNG\r\n\x1a\n" or data[12:16] != b"IHDR":
-        fault(path, "is no PNG file")
+        fault(path, "missing, or no PNG file")
     elif struct.unpack(">II", data[16:24]) != (width, height):
         fault(path, f"is not {width} by {height}")
     elif len(data) > 16384:

@@ -29,7 +29,8 @@ class Pen:
     def _round_path(self, x, y, w, h, r):
         c = self.context
         c.new_sub_path()
-        for turn, (cx, cy) in enumerate(((x + w - r, y + r), (x + w - r, y + h - r), (x + r, y + h - r), (x + r, y + r))):
+        centres = ((x + w - r, y + r), (x + w - r, y + h - r), (x + r, y + h - r), (x + r, y + r))
+        for turn, (cx, cy) in enumerate(centres):
             c.arc(cx, cy, r, (turn - 1) * math.pi / 2, turn * math.pi / 2)
         c.close_path()
 
@@ -194,7 +195,8 @@ def layers(p, big):
         low = top + rise
         p.polygon(p.ink, (x - half, low), (x, low + rise), (x + half, low), (x + half - 2.4, low - 1.1),
                   (x, low + rise - 2.2), (x - half + 2.4, low - 1.1))
-    p.polygon(p.accent, (x, tops[0]), (x + half, tops[0] + rise), (x, tops[0] + 2 * rise - 0.8), (x - half, tops[0] + rise))
+    top, middle = tops[0], tops[0] + rise
+    p.polygon(p.accent, (x, top), (x + half, middle), (x, middle + rise - 0.8), (x - half, middle))
 
 
 def clapper(p, big):
