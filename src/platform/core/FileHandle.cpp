@@ -12,16 +12,6 @@ namespace veldan {
 
 namespace {
 
-/// Repeats a call as long as a signal interrupts it.
-template <class Call>
-auto Uninterrupted(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
-}
-
 int FlagsOf(FileAccess access) {
     // A pipe or a device in a file's place must neither stop the caller nor become its terminal.
     constexpr int kCommon = O_NONBLOCK | O_NOCTTY;

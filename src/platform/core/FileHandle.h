@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -9,6 +10,16 @@
 #include <sys/stat.h>
 
 namespace veldan {
+
+/// Repeats a call as long as a signal interrupts it.
+template <class Call>
+auto Uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
 
 /// Owns an open file of the system. Reads and writes go through `FileCalls`, go on after an interruption and finish
 /// what was done in part.

@@ -110,10 +110,11 @@ bool FileReplacement::Commit() {
 
 bool FileReplacement::ReplaceTarget() const {
     const FileCalls& calls = CurrentFileCalls();
-    if (m_mode && calls.fchmod(m_handle.Get(), *m_mode) != 0) {
+    if (m_mode && Uninterrupted([&] { return calls.fchmod(m_handle.Get(), *m_mode); }) != 0) {
         return false;
     }
-    if (!m_handle.Sync() || calls.rename(m_strTemporary.c_str(), m_strTarget.c_str()) != 0) {
+    if (!m_handle.Sync() ||
+        Uninterrupted([&] { return calls.rename(m_strTemporary.c_str(), m_strTarget.c_str()); }) != 0) {
         return false;
     }
     ForgetListings();

@@ -1,0 +1,113 @@
+#include "core/FaultyFileCalls.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <sys/stat.h>
+
+namespace veldan::testing {
+
+namespace {
+
+// The calls are plain functions, so they find the object of the day here.
+FaultyFileCalls* g_pFaulty = nullptr;
+
+unsigned long NumberOf(int file) {
+    struct stat status = {};
+    return fstat(file, &status) == 0 ? status.st_ino : 0;
+}
+
+unsigned long NumberOf(const char* path) {
+    struct stat status = {};
+    return stat(path, &status) == 0 ? status.st_ino : 0;
+}
+
+}  // namespace
+
+struct FaultyFileCalls::Table {
+    static int Open(const char* path, int flags, mode_t mode) {
+        ++g_pFaulty->m_iOpens;
+        return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().open(path, flags, mode);
+    }
+
+    static ssize_t Pread(int file, void* bytes, size_t count, off_t offset) {
+        const Fault fault = g_pFaulty->NextCall();
+        if (fault == Fault::Short) {
+            count = std::max<size_t>(count / 2, 1);
+        }
+        return fault == Fault::None || fault == Fault::Short ? SystemFileCalls().pread(file, bytes, count, offset) : -1;
+    }
+
+    static ssize_t Write(int file, const void* bytes, size_t count) {
+        const Fault fault = g_pFaulty->NextCall();
+        if (fault == Fault::Short) {
+            count = std::max<size_t>(count / 2, 1);
+        } else if (fault != Fault::None) {
+            return -1;
+        }
+        g_pFaulty->m_unsynced.insert(NumberOf(file));
+        return SystemFileCalls().write(file, bytes, count);
+    }
+
+    static int Fsync(int file) {
+        if (g_pFaulty->FailsNow()) {
+            return -1;
+        }
+        g_pFaulty->m_unsynced.erase(NumberOf(file));
+        return SystemFileCalls().fsync(file);
+    }
+
+    static int Fchmod(int file, mode_t mode) {
+        return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().fchmod(file, mode);
+    }
+
+    static int Rename(const char* from, const char* to) {
+        if (g_pFaulty->FailsNow()) {
+            return -1;
+        }
+        ++g_pFaulty->m_iRenames;
+        g_pFaulty->m_bUnsyncedRename |= g_pFaulty->m_unsynced.contains(NumberOf(from));
+        return SystemFileCalls().rename(from, to);
+    }
+
+    static int Unlink(const char* path) { return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().unlink(path); }
+
+    static int Close(int file) {
+        // A close that fails has closed the file all the same.
+        const bool bFails = g_pFaulty->FailsNow();
+        const int reason = errno;
+        const int result = SystemFileCalls().close(file);
+        errno = reason;
+        return bFails ? -1 : result;
+    }
+
+    static constexpr FileCalls kCalls = {Open, Pread, Write, Fsync, Fchmod, Rename, Unlink, Close};
+};
+
+FaultyFileCalls::FaultyFileCalls(Fault fault, int failingCall) : m_fault(fault), m_iFailingCall(failingCall) {
+    g_pFaulty = this;
+    ReplaceFileCalls(&Table::kCalls);
+}
+
+FaultyFileCalls::~FaultyFileCalls() {
+    ReplaceFileCalls(nullptr);
+    g_pFaulty = nullptr;
+}
+
+FaultyFileCalls::Fault FaultyFileCalls::NextCall() {
+    if (++m_iCalls != m_iFailingCall) {
+        return Fault::None;
+    }
+    errno = m_fault == Fault::NoSpace        ? ENOSPC
+            : m_fault == Fault::InputOutput  ? EIO
+            : m_fault == Fault::NoPermission ? EACCES
+                                             : EINTR;
+    return m_fault;
+}
+
+bool FaultyFileCalls::FailsNow() {
+    const Fault fault = NextCall();
+    return fault != Fault::None && fault != Fault::Short;
+}
+
+}  // namespace veldan::testing

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/core/FileCalls.h"
+#include "platform/core/Text.h"
+
+#include <set>
+
+namespace veldan::testing {
+
+/// Puts itself in the way of every file call while it stands. It counts the calls, can make one of them fail, and knows
+/// whether what is renamed had been synced.
+class FaultyFileCalls {
+public:
+    enum class Fault {
+        None,
+        NoSpace,
+        InputOutput,
+        NoPermission,
+        /// Half of what is to be read or written is; other calls are done whole.
+        Short,
+        /// The call is interrupted before it did anything.
+        Interrupted,
+    };
+
+    /// Makes the call number `failingCall`, counted from 1, fail.
+    explicit FaultyFileCalls(Fault fault = Fault::None, int failingCall = 0);
+    ~FaultyFileCalls();
+    FaultyFileCalls(const FaultyFileCalls&) = delete;
+    FaultyFileCalls& operator=(const FaultyFileCalls&) = delete;
+
+    [[nodiscard]] int Calls() const { return m_iCalls; }
+    [[nodiscard]] int Opens() const { return m_iOpens; }
+    [[nodiscard]] int Renames() const { return m_iRenames; }
+    /// Whether some file was renamed with content that had not been synced.
+    [[nodiscard]] bool WasUnsyncedRename() const { return m_bUnsyncedRename; }
+
+private:
+    struct Table;
+
+    [[nodiscard]] Fault NextCall();
+    [[nodiscard]] bool FailsNow();
+
+    Fault m_fault;
+    int m_iFailingCall;
+    int m_iCalls = 0;
+    int m_iOpens = 0;
+    int m_iRenames = 0;
+    bool m_bUnsyncedRename = false;
+    /// Numbers of the files on the disk that hold something written and not yet synced.
+    std::set<unsigned long> m_unsynced;
+};
+
+}  // namespace veldan::testing

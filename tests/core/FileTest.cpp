@@ -1,0 +1,265 @@
+#include "platform/core/File.h"
+
+#include "core/FaultyFileCalls.h"
+#include "core/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace veldan {
+namespace {
+
+using testing::FaultyFileCalls;
+using testing::TempFolder;
+using Fault = FaultyFileCalls::Fault;
+
+mode_t ModeOf(const CString& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+TEST(File, ReadsRegularFilesWholeUpToALimit) {
+    const TempFolder folder;
+    const CString content("line\r\n\0\xff", 8);
+    folder.Write("Group/a.xml", content);
+    CString bytes = "before";
+    EXPECT_FALSE(ReadWholeFile(folder / "group\\A.xml", bytes, 7));
+    EXPECT_FALSE(ReadWholeFile(folder / "Group", bytes, 1000));
+    EXPECT_FALSE(ReadWholeFile(folder / "missing", bytes, 1000));
+    EXPECT_EQ(bytes, "before");
+    EXPECT_TRUE(ReadWholeFile(folder / "group\\A.xml", bytes, 8));
+    EXPECT_EQ(bytes, content);
+    folder.Write("empty", "");
+    EXPECT_TRUE(ReadWholeFile(folder / "empty", bytes, 0));
+    EXPECT_EQ(bytes, "");
+}
+
+TEST(File, TakesPipesAndFoldersForNoFiles) {
+    const TempFolder folder;
+    const CString pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    folder.Write("folder/a", "");
+    folder.Write("source", "x");
+    for (const CString& path : {pipe, folder / "folder", folder / "folder/"}) {
+        CString bytes;
+        EXPECT_FALSE(FileExists(path));
+        EXPECT_FALSE(ReadWholeFile(path, bytes, 100));
+        EXPECT_FALSE(WriteFileWhole(path, "x"));
+        EXPECT_FALSE(CopyFile(path, folder / "copy"));
+        EXPECT_FALSE(CopyFile(folder / "source", path));
+        EXPECT_FALSE(DeleteFile(path));
+    }
+    EXPECT_EQ(QueryPath(pipe), PathKind::None);
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"folder", "pipe", "source"}));
+}
+
+TEST(File, NeedsNoSystemCallToRefuseAPathOfSeparators) {
+    const FaultyFileCalls calls;
+    CString bytes;
+    for (const char* path : {"", "/", "\\", "//"}) {
+        EXPECT_FALSE(FileExists(path));
+        EXPECT_FALSE(ReadWholeFile(path, bytes, 100));
+        EXPECT_FALSE(WriteFileWhole(path, "x"));
+        EXPECT_FALSE(DeleteFile(path));
+    }
+    EXPECT_EQ(calls.Calls(), 0);
+}
+
+TEST(File, ReadsAnExactPathWithOneOpen) {
+    const TempFolder folder;
+    folder.Write("a.xml", "12345");
+    const FaultyFileCalls calls;
+    CString bytes;
+    EXPECT_TRUE(ReadWholeFile(folder / "a.xml", bytes, 100));
+    EXPECT_EQ(calls.Opens(), 1);
+    EXPECT_EQ(calls.Calls(), 3) << "open, read and close";
+}
+
+TEST(File, NamesThatDifferOnlyInCaseShareAFile) {
+    const TempFolder folder;
+    folder.Write("Recent/Order.ini", "old");
+    EXPECT_TRUE(WriteFileWhole(folder / "RECENT/order.ini", "new"));
+    EXPECT_TRUE(CopyFile(folder / "recent/ORDER.ini", folder / "recent/Copy.ini"));
+    EXPECT_TRUE(CopyFile(folder / "recent/ORDER.ini", folder / "recent/COPY.INI"));
+    EXPECT_EQ(folder.Names("Recent"), (std::set<CString>{"Order.ini", "Copy.ini"}));
+    EXPECT_EQ(folder.Read("Recent/Order.ini"), "new");
+    EXPECT_TRUE(DeleteFile(folder / "recent/order.INI"));
+    EXPECT_EQ(folder.Names("Recent"), (std::set<CString>{"Copy.ini"}));
+}
+
+TEST(File, RefusesToCreateForbiddenNames) {
+    const TempFolder folder;
+    folder.Write("source", "x");
+    for (const char* name :
+         {"a:b", "a*b", "a?b", "a\"b", "a<b", "a>b", "a|b", "a\tb", "a\x7f", "new/", "no/such", ".", ".."}) {
+        EXPECT_FALSE(WriteFileWhole(folder / name, "x")) << name;
+        EXPECT_FALSE(CopyFile(folder / "source", folder / name)) << name;
+    }
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"source"}));
+}
+
+TEST(File, KeepsEveryNameThatTheDiskCanHold) {
+    const TempFolder folder;
+    for (const CString& name : {CString(255, 'n'), CString("\u65e5\u672c\u8a9e.xml"), CString("Tom & Jerry's .xml"),
+                                CString("a=b;[c].xml"), CString(" blanks "), CString("\xff\xfe")}) {
+        EXPECT_TRUE(WriteFileWhole(folder / name, "x")) << name;
+        EXPECT_TRUE(WriteFileWhole(folder / name, name)) << name;
+        EXPECT_EQ(folder.Read(name), name);
+    }
+    EXPECT_EQ(folder.Names().size(), 6U);
+    EXPECT_FALSE(WriteFileWhole(folder / CString(256, 'n'), "x"));
+}
+
+TEST(File, ReadOnlyFilesAreNeitherReplacedNorDeleted) {
+    const TempFolder folder;
+    folder.Write("source", "new");
+    const CString path = folder.Write("target", "old");
+    chmod(path.c_str(), 0444);
+    EXPECT_FALSE(WriteFileWhole(path, "new"));
+    EXPECT_FALSE(CopyFile(folder / "source", path));
+    EXPECT_FALSE(DeleteFile(path));
+    EXPECT_EQ(folder.Read("target"), "old");
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"source", "target"}));
+}
+
+TEST(File, ReplacingKeepsTheModeAndCopyingTakesItAlong) {
+    const TempFolder folder;
+    const CString path = folder.Write("a", "old");
+    chmod(path.c_str(), 0640);
+    EXPECT_TRUE(WriteFileWhole(path, "new"));
+    EXPECT_EQ(ModeOf(path), 0640U);
+    folder.Write("target", "old");
+    EXPECT_TRUE(CopyFile(path, folder / "target"));
+    EXPECT_EQ(ModeOf(folder / "target"), 0640U);
+    chmod(path.c_str(), 0444);
+    EXPECT_TRUE(CopyFile(path, folder / "copy"));
+    EXPECT_EQ(ModeOf(folder / "copy"), 0444U);
+    umask(027);
+    EXPECT_TRUE(WriteFileWhole(folder / "fresh", "x"));
+    EXPECT_EQ(ModeOf(folder / "fresh"), 0640U);
+}
+
+TEST(File, CopyingOntoItselfChangesNothing) {
+    const TempFolder folder;
+    const CString path = folder.Write("Only.xml", "the only copy");
+    std::filesystem::create_hard_link(path, folder / "second name");
+    const FaultyFileCalls calls;
+    EXPECT_TRUE(CopyFile(path, folder / "ONLY.XML"));
+    EXPECT_TRUE(CopyFile(path, folder / "second name"));
+    EXPECT_EQ(calls.Renames(), 0);
+    EXPECT_EQ(folder.Read("Only.xml"), "the only copy");
+}
+
+TEST(File, CopiesLargeFilesWhole) {
+    const TempFolder folder;
+    CString content;
+    for (int i = 0; i < 50'000; ++i) {
+        content += Format("%d,", i);
+    }
+    folder.Write("large", content);
+    EXPECT_TRUE(CopyFile(folder / "large", folder / "copy"));
+    EXPECT_EQ(folder.Read("copy"), content);
+}
+
+TEST(File, LinksAreFollowedForReadingOnly) {
+    const TempFolder folder;
+    const CString outside = folder.Write("outside/a.xml", "outside");
+    folder.Write("inside/b.xml", "b");
+    std::filesystem::create_symlink(outside, folder / "inside/link.xml");
+    std::filesystem::create_symlink(outside, folder / "inside/other.xml");
+    CString bytes;
+    EXPECT_TRUE(ReadWholeFile(folder / "inside/LINK.xml", bytes, 100));
+    EXPECT_EQ(bytes, "outside");
+    EXPECT_TRUE(WriteFileWhole(folder / "inside/link.xml", "replaced"));
+    EXPECT_TRUE(DeleteFile(folder / "inside/other.xml"));
+    EXPECT_EQ(folder.Names("inside"), (std::set<CString>{"b.xml", "link.xml"}));
+    EXPECT_EQ(folder.Read("inside/link.xml"), "replaced");
+    EXPECT_EQ(folder.Read("outside/a.xml"), "outside");
+}
+
+/// Does one write, one copy and one reading with the n-th call failing, for each n, until they need fewer calls than
+/// that.
+class FileFault : public ::testing::TestWithParam<Fault> {
+protected:
+    [[nodiscard]] bool IsHarmless() const { return GetParam() == Fault::Short || GetParam() == Fault::Interrupted; }
+};
+
+TEST_P(FileFault, LeavesTheOldOrTheNewContentAndNeverAPart) {
+    int calls = 0;
+    for (int n = 1; n == 1 || calls >= n - 1; ++n) {
+        const TempFolder folder;
+        folder.Write("index", "old index");
+        folder.Write("source", "new copy");
+        folder.Write("target", "old copy");
+        CString bytes;
+        bool bWritten = false;
+        bool bCopied = false;
+        bool bRead = false;
+        {
+            const FaultyFileCalls faulty(GetParam(), n);
+            bWritten = WriteFileWhole(folder / "index", "new index");
+            bCopied = CopyFile(folder / "source", folder / "target");
+            bRead = ReadWholeFile(folder / "source", bytes, 100);
+            calls = faulty.Calls();
+            EXPECT_FALSE(faulty.WasUnsyncedRename());
+        }
+        EXPECT_EQ(folder.Read("index"), bWritten ? "new index" : "old index") << n;
+        EXPECT_EQ(folder.Read("target"), bCopied ? "new copy" : "old copy") << n;
+        EXPECT_EQ(bytes, bRead ? "new copy" : "") << n;
+        EXPECT_EQ(folder.Names(), (std::set<CString>{"index", "source", "target"})) << n;
+        EXPECT_TRUE((bWritten && bCopied && bRead) || (!IsHarmless() && n <= calls)) << n;
+    }
+    EXPECT_GT(calls, 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FileFault,
+                         ::testing::Values(Fault::NoSpace, Fault::InputOutput, Fault::NoPermission, Fault::Short,
+                                           Fault::Interrupted));
+
+TEST(File, SweepRemovesWhatDeadProcessesLeftAndNothingElse) {
+    const TempFolder folder;
+    folder.Write(".veldan-1-0", "left by a process whose number is in use again");
+    folder.Write(".veldan-999999999-12", "left behind");
+    const CString busy = folder.Write(".veldan-7-1", "being written");
+    for (const char* name : {".veldan-1", ".veldan-1-x", ".veldan--1", "veldan-1-1", "a.xml"}) {
+        folder.Write(name, "somebody's own");
+    }
+    const int file = open(busy.c_str(), O_RDONLY);
+    ASSERT_EQ(flock(file, LOCK_EX), 0);
+    SweepTemporaries(folder.Path());
+    EXPECT_EQ(folder.Names(),
+              (std::set<CString>{".veldan-7-1", ".veldan-1", ".veldan-1-x", ".veldan--1", "veldan-1-1", "a.xml"}));
+    close(file);
+    SweepTemporaries(folder / "missing");
+}
+
+TEST(File, AProcessKilledWhileWritingLeavesWholeFilesOnly) {
+    const TempFolder folder;
+    const CString contents[] = {CString(300'000, 'a'), CString(300'000, 'b')};
+    folder.Write("index", contents[0]);
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (unsigned i = 0;; ++i) {
+                WriteFileWhole(folder / "index", contents[i % 2]);
+            }
+        }
+        usleep(static_cast<useconds_t>(500 + 977 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const CString found = folder.Read("index");
+        EXPECT_TRUE(found == contents[0] || found == contents[1]) << "round " << round;
+        SweepTemporaries(folder.Path());
+        EXPECT_EQ(folder.Names(), (std::set<CString>{"index"}));
+    }
+}
+
+}  // namespace
+}  // namespace veldan

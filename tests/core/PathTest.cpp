@@ -1,0 +1,128 @@
+#include "platform/core/Path.h"
+
+#include "core/TempFolder.h"
+#include "platform/core/File.h"
+#include "platform/core/FolderSnapshot.h"
+#include "platform/core/PathResolver.h"
+
+#include <gtest/gtest.h>
+
+namespace veldan {
+namespace {
+
+using testing::TempFolder;
+
+CString Spelling(const CString& path) {
+    const auto resolved = ResolvePath(path);
+    return resolved && resolved->bExists ? resolved->strName : "";
+}
+
+TEST(Path, HostAndSystemFormsAreEachOthersInverse) {
+    EXPECT_EQ(ToHostPath("/home/u/c/Profiles/a.xml"), "\\home\\u\\c\\Profiles\\a.xml");
+    EXPECT_EQ(ToSystemPath("\\home\\u\\c\\Profiles\\a.xml"), "/home/u/c/Profiles/a.xml");
+}
+
+TEST(Path, ExecutablePathIsTheProgramWithBackslashes) {
+    const CString path = ExecutablePath();
+    EXPECT_EQ(path.front(), '\\');
+    EXPECT_EQ(path.substr(path.rfind('\\') + 1), "core-test");
+    EXPECT_EQ(QueryPath(path), PathKind::File);
+}
+
+TEST(Path, PlainFileNamesStayInTheirFolder) {
+    for (const char* name : {"a.xml", "..a", "a..", " ", "a b", "\u00e4", "a=b", ";a"}) {
+        EXPECT_TRUE(IsPlainFileName(name)) << name;
+    }
+    for (const char* name : {"", ".", "..", "a/b", "a\\b", "../a", "..\\a"}) {
+        EXPECT_FALSE(IsPlainFileName(name)) << name;
+    }
+}
+
+TEST(PathResolver, FindsEachComponentWhateverItsCaseAndSeparators) {
+    const TempFolder folder;
+    folder.Write("Profiles/B\u00e4r Gro\u00df/order.ini", "x");
+    EXPECT_EQ(Spelling(folder / "Profiles/B\u00e4r Gro\u00df/order.ini"), "order.ini");
+    EXPECT_EQ(Spelling(folder / "PROFILES//B\u00c4R gro\u00df\\\\Order.INI"), "order.ini");
+    EXPECT_EQ(Spelling(folder / "Profiles\\Missing\\Order.INI"), "");
+    EXPECT_TRUE(PathExists(folder / "profiles\\", true));
+    EXPECT_FALSE(PathExists(folder / "profiles", false));
+    EXPECT_FALSE(PathExists(folder / "Profiles/B\u00e4r Gro\u00df/ORDER.ini/", false)) << "a file is no folder";
+}
+
+TEST(PathResolver, PrefersTheExactSpellingThenTheByteSmallest) {
+    const TempFolder folder;
+    folder.Write("order.ini", "");
+    folder.Write("Order.ini", "");
+    folder.Write("ORDER.ini", "");
+    EXPECT_EQ(Spelling(folder / "order.ini"), "order.ini");
+    EXPECT_EQ(Spelling(folder / "Order.ini"), "Order.ini");
+    EXPECT_EQ(Spelling(folder / "oRDER.INI"), "ORDER.ini");
+    folder.Write("GROUP/a.xml", "");
+    folder.Write("Group/b.xml", "");
+    EXPECT_EQ(Spelling(folder / "Group/B.xml"), "b.xml");
+    EXPECT_EQ(Spelling(folder / "group/b.xml"), "") << "the folder is chosen before its content is known";
+}
+
+TEST(PathResolver, GivesAMissingFileItsFolderInTheSpellingOfTheDisk) {
+    const TempFolder folder;
+    folder.Write("Recent/a.xml", "");
+    const auto resolved = ResolvePath(folder / "RECENT\\New.xml");
+    ASSERT_TRUE(resolved);
+    EXPECT_FALSE(resolved->bExists);
+    EXPECT_EQ(resolved->strPath, folder / "Recent/New.xml");
+}
+
+TEST(PathResolver, FindsNamesThatAreNotUtf8ByTheirBytes) {
+    const TempFolder folder;
+    folder.Write("caf\xE9.XML", "");
+    EXPECT_EQ(Spelling(folder / "CAF\xE9.xml"), "caf\xE9.XML");
+    EXPECT_EQ(Spelling(folder / "CAF\xC9.xml"), "");
+}
+
+TEST(PathResolver, RefusesPathsThatNameNothing) {
+    for (const std::string_view path : {"", "/", "\\", "//\\", "\\/"}) {
+        EXPECT_FALSE(ResolvePath(path)) << path;
+    }
+    EXPECT_FALSE(ResolvePath(std::string_view("/tmp\0/x", 7)));
+    EXPECT_FALSE(ResolvePath("/tmp/" + CString(5000, 'x')));
+    EXPECT_FALSE(PathExists("/", true));
+}
+
+TEST(PathResolver, WorksOnRelativePaths) {
+    const TempFolder folder;
+    folder.Write("Sub/File.txt", "");
+    std::filesystem::current_path(folder.Path());
+    EXPECT_EQ(Spelling("sub/file.TXT"), "File.txt");
+    EXPECT_EQ(Spelling("SUB"), "Sub");
+}
+
+TEST(FolderSnapshot, SeesOwnWritesAtOnceAndOthersAfterItsEnd) {
+    const TempFolder folder;
+    folder.Write("old.xml", "");
+    {
+        const FolderSnapshot snapshot;
+        EXPECT_TRUE(FileExists(folder / "OLD.xml"));
+        folder.Write("added.xml", "");
+        EXPECT_FALSE(FileExists(folder / "ADDED.xml")) << "the folder was listed before";
+        EXPECT_TRUE(FileExists(folder / "added.xml")) << "the exact name needs no listing";
+        ASSERT_TRUE(WriteFileWhole(folder / "own.xml", "x"));
+        EXPECT_TRUE(FileExists(folder / "OWN.xml"));
+        ASSERT_TRUE(DeleteFile(folder / "OLD.xml"));
+        EXPECT_FALSE(FileExists(folder / "OLD.xml"));
+    }
+    folder.Write("later.xml", "");
+    EXPECT_TRUE(FileExists(folder / "LATER.xml"));
+}
+
+TEST(FolderSnapshot, DoesNotTrustANameThatIsGone) {
+    const TempFolder folder;
+    folder.Write("a.xml", "");
+    const FolderSnapshot outer;
+    const FolderSnapshot inner;
+    ASSERT_TRUE(FileExists(folder / "A.xml"));
+    std::filesystem::remove(folder / "a.xml");
+    EXPECT_FALSE(FileExists(folder / "A.xml"));
+}
+
+}  // namespace
+}  // namespace veldan
