@@ -1,7 +1,7 @@
 #include "platform/core/File.h"
 
-#include "core/FaultyFileCalls.h"
-#include "core/TempFolder.h"
+#include "support/FaultyFileCalls.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/core/FolderLock.h"
 
-#include "core/TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

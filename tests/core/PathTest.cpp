@@ -1,9 +1,9 @@
 #include "platform/core/Path.h"
 
-#include "core/TempFolder.h"
 #include "platform/core/File.h"
 #include "platform/core/FolderSnapshot.h"
 #include "platform/core/PathResolver.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

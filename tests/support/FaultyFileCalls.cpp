@@ -1,4 +1,4 @@
-#include "core/FaultyFileCalls.h"
+#include "support/FaultyFileCalls.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,0 +1,224 @@
+#include "storage/IniDocument.h"
+
+#include "support/FaultyFileCalls.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include <sys/stat.h>
+
+namespace veldan {
+namespace {
+
+using testing::FaultyFileCalls;
+using testing::TempFolder;
+
+const CString kMark = "\xEF\xBB\xBF";
+
+class IniDocument : public ::testing::Test {
+protected:
+    CString GetFrom(std::string_view content, std::string_view section, std::string_view key) {
+        m_folder.Write("order.ini", content);
+        CIniDocument document;
+        document.Load(m_folder / "Order.ini");
+        return document.Get(section, key, "default");
+    }
+
+    CString AfterSet(std::string_view content, std::string_view section, std::string_view key, std::string_view value) {
+        m_folder.Write("order.ini", content);
+        CIniDocument document;
+        document.Load(m_folder / "Order.ini");
+        document.Set(section, key, value);
+        EXPECT_EQ(document.Get(section, key, "default"), value);
+        return m_folder.Read("order.ini");
+    }
+
+    TempFolder m_folder;
+};
+
+TEST_F(IniDocument, MissingAndEmptyFilesGiveDefaults) {
+    CIniDocument document;
+    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
+    document.Load(m_folder / "missing.ini");
+    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
+    EXPECT_FALSE(document.IsUnreadable());
+    EXPECT_EQ(GetFrom("", "Order", "Num"), "default");
+    EXPECT_EQ(GetFrom(kMark, "", ""), "default");
+}
+
+TEST_F(IniDocument, ReadsValuesWithoutTheBlanksAroundThem) {
+    EXPECT_EQ(GetFrom(kMark + "[Order]\r\n \t0 =\ta b = c \r\n", "Order", "0"), "a b = c");
+    EXPECT_EQ(GetFrom("[Order]\n0=", "Order", "0"), "") << "an empty value is no missing one";
+    EXPECT_EQ(GetFrom("[Order]\n0=\xC3\xA0\xE2\x80\x85", "Order", "0"), "\xC3\xA0\xE2\x80\x85");
+    EXPECT_EQ(GetFrom("[Order]\n\xFF\xFE=\xE4", "Order", "\xFF\xFE"), "\xE4") << "bytes that are no UTF-8 stay";
+}
+
+TEST_F(IniDocument, TakesOnlyTheFirstSectionAndTheFirstLineOfAKey) {
+    const CString content =
+        "0=before\n[order]\n0=small\n  [ Order ] rest\n;1=comment\n\n0=first\n0=second\n[Next]\n2=other\n[Order]\n3=x";
+    EXPECT_EQ(GetFrom(content, "Order", "0"), "first");
+    EXPECT_EQ(GetFrom(content, "order", "0"), "small");
+    for (const char* key : {"1", ";1", "2", "3"}) {
+        EXPECT_EQ(GetFrom(content, "Order", key), "default") << key;
+    }
+}
+
+TEST_F(IniDocument, MalformedLinesHaveEmptyNames) {
+    EXPECT_EQ(GetFrom("[no end\n0=a", "", "0"), "a");
+    EXPECT_EQ(GetFrom("[Order]\nno sign\n0=a", "Order", ""), "");
+    EXPECT_EQ(GetFrom("[Order]\n=a\nno sign", "Order", ""), "a");
+}
+
+TEST_F(IniDocument, SetChangesItsOwnLineOnly) {
+    EXPECT_EQ(AfterSet("; top\r\n[Order]\r\n 0 = a \r\n\r\n  1=b", "Order", "0", "x=y"),
+              "; top\r\n[Order]\r\n0=x=y\r\n\r\n  1=b\r\n");
+    EXPECT_EQ(AfterSet("[Order]\n0=a\n\n[Next]\n", "Order", "1", "b"), "[Order]\r\n0=a\r\n\r\n1=b\r\n[Next]\r\n");
+    EXPECT_EQ(AfterSet("[Order]", "Order", "0", "a"), "[Order]\r\n0=a\r\n");
+    EXPECT_EQ(AfterSet("[A]\n0=a", "B", "0", "b"), "[A]\r\n0=a\r\n[B]\r\n0=b\r\n");
+}
+
+TEST_F(IniDocument, RewritingKeepsTheMarkOrItsAbsence) {
+    EXPECT_EQ(AfterSet(kMark + "[A]\n0=\u65e5\xff", "A", "1", "b"), kMark + "[A]\r\n0=\u65e5\xff\r\n1=b\r\n");
+    EXPECT_EQ(AfterSet(kMark, "A", "1", "b"), kMark + "[A]\r\n1=b\r\n");
+    EXPECT_EQ(AfterSet("", "A", "1", "b"), "[A]\r\n1=b\r\n");
+}
+
+TEST_F(IniDocument, SetCreatesAMissingFileWithTheMark) {
+    CIniDocument document;
+    document.Load(m_folder / "new.ini");
+    document.Set("Order", "Num", "1");
+    document.Set("Order", "0", "a");
+    EXPECT_EQ(m_folder.Read("new.ini"), kMark + "[Order]\r\nNum=1\r\n0=a\r\n");
+}
+
+TEST_F(IniDocument, SetWorksOnWhatTheFileHoldsByThen) {
+    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
+    CIniDocument document;
+    document.Load(path);
+    m_folder.Write("order.ini", "[A]\n0=a\n1=b");
+    document.Set("A", "0", "x");
+    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\r\n0=x\r\n1=b\r\n");
+}
+
+TEST_F(IniDocument, SavesManyChangesWithOneReplacement) {
+    CIniDocument document;
+    document.Load(m_folder / "order.ini");
+    for (int i = 0; i < 100; ++i) {
+        document.SetInLines("Order", Format("%d", i), Format("%d.xml", i));
+    }
+    const FaultyFileCalls calls;
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(calls.Renames(), 1);
+    EXPECT_FALSE(calls.WasUnsyncedRename());
+    EXPECT_EQ(document.Get("Order", "99", ""), "99.xml");
+    EXPECT_EQ(m_folder.Names(), (std::set<CString>{"order.ini"}));
+}
+
+TEST_F(IniDocument, AFailedSaveLeavesTheFileAndAnswersDefaults) {
+    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
+    CIniDocument document;
+    document.Load(path);
+    chmod(path.c_str(), 0444);
+    EXPECT_FALSE(document.Save());
+    EXPECT_EQ(document.Get("A", "0", "default"), "default");
+    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\n0=a");
+}
+
+TEST_F(IniDocument, NeverWritesOverAFileThatItCouldNotRead) {
+    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
+    for (int n = 1; n <= 2; ++n) {
+        CIniDocument document;
+        document.Load(path);
+        const FaultyFileCalls faulty(FaultyFileCalls::Fault::InputOutput, n);
+        document.Set("B", "0", "b");
+        EXPECT_TRUE(document.IsUnreadable()) << n;
+        EXPECT_EQ(document.Get("A", "0", "default"), "default") << n;
+    }
+    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\n0=a");
+    std::filesystem::resize_file(path, 100'000'000);
+    CIniDocument document;
+    document.Load(path);
+    EXPECT_TRUE(document.IsUnreadable());
+}
+
+/// The document as the bare list of lines that it stands for, answering by scanning them each time.
+class ScannedLines {
+public:
+    std::optional<CString> Get(std::string_view section, std::string_view key) const {
+        const auto [line, end] = Find(section, key);
+        return line == end ? std::nullopt : std::optional(CString(Part(m_lines[line], '=', false)));
+    }
+
+    void Set(const CString& section, const CString& key, const CString& value) {
+        const auto [line, end] = Find(section, key);
+        if (line < end) {
+            m_lines[line] = key + "=" + value;
+        } else if (end <= m_lines.size()) {
+            m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(end), key + "=" + value);
+        } else {
+            m_lines.insert(m_lines.end(), {"[" + section + "]", key + "=" + value});
+        }
+    }
+
+    CStringArray m_lines;
+
+private:
+    static std::string_view Part(std::string_view line, char sign, bool bBefore) {
+        const std::size_t at = line.find(sign);
+        return at == std::string_view::npos ? "" : Trim(bBefore ? line.substr(0, at) : line.substr(at + 1));
+    }
+
+    /// The line of the key, which is the section's end if there is none, and that end; past the last line for no
+    /// section.
+    std::pair<std::size_t, std::size_t> Find(std::string_view section, std::string_view key) const {
+        std::size_t i = 0;
+        while (i < m_lines.size() && !(First(i) == '[' && Part(TrimLeft(m_lines[i]).substr(1), ']', true) == section)) {
+            ++i;
+        }
+        std::optional<std::size_t> hit;
+        for (++i; i < m_lines.size() && First(i) != '['; ++i) {
+            if (!hit && First(i) != '\0' && First(i) != ';' && Part(m_lines[i], '=', true) == key) {
+                hit = i;
+            }
+        }
+        return {hit.value_or(i), i};
+    }
+
+    char First(std::size_t i) const { return TrimLeft(m_lines[i]).empty() ? '\0' : TrimLeft(m_lines[i]).front(); }
+};
+
+TEST_F(IniDocument, AnswersEveryQuestionLikeAScanOfItsLines) {
+    std::mt19937 random(7);
+    const auto pick = [&](const CStringArray& texts) { return texts[random() % texts.size()]; };
+    const CStringArray names = {"a", "b", "", "[x]", ";c", "d=", " e", "]"};
+    const CStringArray lines = {"[a]", " [ b ]x", "[",  "a=1", " a = 2", "b=3=4", ";a=5",
+                                "",    " ",       "=6", "d",   "[[a]",   "[]b"};
+    for (int round = 0; round < 500; ++round) {
+        ScannedLines scan;
+        CString content;
+        for (unsigned i = random() % 12; i > 0; --i) {
+            scan.m_lines.push_back(pick(lines));
+            content += scan.m_lines.back() + "\n";
+        }
+        CIniDocument document;
+        document.Load(m_folder.Write("order.ini", content));
+        for (int step = 0; step < 12; ++step) {
+            const CString section = pick(names);
+            const CString key = pick(names);
+            ASSERT_EQ(document.Get(section, key, "-"), scan.Get(section, key).value_or("-")) << content;
+            document.SetInLines(section, key, "v");
+            scan.Set(section, key, "v");
+        }
+        ASSERT_TRUE(document.Save());
+        CString expected;
+        for (const CString& line : scan.m_lines) {
+            expected += line + "\r\n";
+        }
+        ASSERT_EQ(m_folder.Read("order.ini"), expected) << content;
+    }
+}
+
+}  // namespace
+}  // namespace veldan

@@ -1,0 +1,77 @@
+#include "storage/Utf8TextFile.h"
+
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace veldan {
+namespace {
+
+using testing::TempFolder;
+
+constexpr UINT kReplace = CStdioFile::modeCreate | CStdioFile::modeWrite;
+
+const CString kMark = "\xEF\xBB\xBF";
+
+CStringArray ReadThrough(CUtf8TextFile& file, const CString& path) {
+    CStringArray lines;
+    EXPECT_TRUE(file.Open(path, CStdioFile::modeRead));
+    for (CString line; file.ReadString(line);) {
+        lines.push_back(line);
+    }
+    file.Close();
+    return lines;
+}
+
+void WriteThrough(CUtf8TextFile& file, const CString& path) {
+    ASSERT_TRUE(file.Open(path, kReplace));
+    file.WriteString("\u65e5\n");
+    file.WriteString("b\n");
+    EXPECT_TRUE(file.Close());
+}
+
+TEST(Utf8TextFile, SkipsTheMarkAndReadsMarklessTextAlike) {
+    const TempFolder folder;
+    for (const CString& content : {kMark + "a\r\n\u65e5", CString("a\n\u65e5\n")}) {
+        CUtf8TextFile file;
+        EXPECT_EQ(ReadThrough(file, folder.Write("a", content)), (CStringArray{"a", "\u65e5"}));
+    }
+    CUtf8TextFile file;
+    EXPECT_EQ(ReadThrough(file, folder.Write("mark", kMark)), CStringArray{});
+    EXPECT_EQ(ReadThrough(file, folder.Write("short", "\xEF\xBB")), (CStringArray{"\xEF\xBB"}));
+}
+
+TEST(Utf8TextFile, ANewFileGetsTheMarkOnce) {
+    const TempFolder folder;
+    CUtf8TextFile file;
+    WriteThrough(file, folder / "new");
+    EXPECT_EQ(folder.Read("new"), kMark + "\u65e5\r\nb\r\n");
+    ASSERT_TRUE(file.Open(folder / "empty", kReplace));
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(folder.Names().count("empty"), 1U);
+    EXPECT_EQ(folder.Read("empty"), "") << "the first text brings the mark";
+}
+
+TEST(Utf8TextFile, RemembersHowTheFileWasRead) {
+    const TempFolder folder;
+    for (const CString& content : {CString("a"), CString()}) {
+        CUtf8TextFile file;
+        ReadThrough(file, folder.Write("plain", content));
+        WriteThrough(file, folder / "plain");
+        EXPECT_EQ(folder.Read("plain"), "\u65e5\r\nb\r\n");
+    }
+    CUtf8TextFile file;
+    ReadThrough(file, folder.Write("marked", kMark + "a"));
+    WriteThrough(file, folder / "marked");
+    EXPECT_EQ(folder.Read("marked"), kMark + "\u65e5\r\nb\r\n");
+}
+
+TEST(Utf8TextFile, NothingBringsTheMarkBackToAnObject) {
+    const TempFolder folder;
+    CUtf8TextFile file;
+    ReadThrough(file, folder.Write("a", "a"));
+    EXPECT_EQ(ReadThrough(file, folder.Write("a", kMark + "a")), (CStringArray{kMark + "a"}));
+}
+
+}  // namespace
+}  // namespace veldan
