@@ -24,7 +24,7 @@ enum class TopLevelKind {
 
 struct TopLevelTraits {
     TopLevelKind kind = TopLevelKind::Popup;
-    std::string title;
+    std::string title{};
     TopLevelId owner = 0;
 };
 
@@ -33,23 +33,27 @@ enum class StackPlace { Top, Bottom, Below };
 enum class CursorShape { Arrow, Wait, Hand, Text };
 
 enum class DisplayEventKind {
-    PointerMove,    ///< The pointer moved over, or came into, `window`. Also sent when windows moved under a resting one.
-    PointerLeave,   ///< The pointer is in no own window any more; `screen` where it was last seen.
-    ButtonPress,    ///< `button` 1 left, 2 middle, 3 right, over `window`.
+    PointerMove,  ///< The pointer moved over, or came into, `window`. Also sent when windows moved under a resting one.
+    PointerLeave,  ///< The pointer is in no own window any more; `screen` where it was last seen.
+    ButtonPress,   ///< `button` 1 left, 2 middle, 3 right, over `window`.
     ButtonRelease,
-    Wheel,          ///< `delta` is 120 for a step away from the person, -120 for one towards them.
-    KeyPress,       ///< `key` is a virtual key code, `text` what the key typed as UTF-8, often empty.
+    Wheel,     ///< `delta` is 120 for a step away from the person, -120 for one towards them.
+    KeyPress,  ///< `key` is a virtual key code, `text` what the key typed as UTF-8, often empty.
     KeyRelease,
-    FocusIn,        ///< `window` has the keyboard focus now.
-    FocusOut,       ///< No own window has the keyboard focus any more.
-    OutsidePress,   ///< A button went down at `screen` where no own window is; only sent while an own window is shown.
-    Moved,          ///< A window manager put the frame `window` to `rect`.
-    CloseRequest,   ///< A person asked to close the frame `window`.
-    Lost,           ///< The display is gone. Nothing follows.
+    FocusIn,       ///< `window` has the keyboard focus now.
+    FocusOut,      ///< No own window has the keyboard focus any more.
+    OutsidePress,  ///< A button went down at `screen` where no own window is; only sent while an own window is shown.
+    Moved,         ///< A window manager put the frame `window` to `rect`.
+    CloseRequest,  ///< A person asked to close the frame `window`.
+    Lost,          ///< The display is gone. Nothing follows.
 };
 
 /// State of buttons and modifiers with a pointer event, as in the wParam of mouse messages.
-enum : UINT { MK_LBUTTON = 0x01, MK_RBUTTON = 0x02, MK_SHIFT = 0x04, MK_CONTROL = 0x08, MK_MBUTTON = 0x10 };
+inline constexpr UINT MK_LBUTTON = 0x01;
+inline constexpr UINT MK_RBUTTON = 0x02;
+inline constexpr UINT MK_SHIFT = 0x04;
+inline constexpr UINT MK_CONTROL = 0x08;
+inline constexpr UINT MK_MBUTTON = 0x10;
 
 struct DisplayEvent {
     DisplayEventKind kind = DisplayEventKind::PointerMove;
@@ -63,10 +67,10 @@ struct DisplayEvent {
     CRect rect{};
 };
 
-/// Where top-level windows live: maps them, shows their pixels, hands over input. It only translates: child windows, focus
-/// within a window, activation, hover and capture belong to the window layer. Calls on an unknown window do nothing. All
-/// coordinates are pixels of the screen. One thread. No call throws, prints or ends the process; a display that went away
-/// answers every call quietly.
+/// Where top-level windows live: maps them, shows their pixels, hands over input. It only translates: child windows,
+/// focus within a window, activation, hover and capture belong to the window layer. Calls on an unknown window do
+/// nothing. All coordinates are pixels of the screen. One thread. No call throws, prints or ends the process; a display
+/// that went away answers every call quietly.
 class VELDAN_PLATFORM_API Display {
 public:
     virtual ~Display();

@@ -129,8 +129,8 @@ void CButton::Paint() {
     }
     DRAWITEMSTRUCT item;
     item.CtlID = GetDlgCtrlID();
-    item.itemState = (m_bPressed ? UINT{ODS_SELECTED} : 0U) | (IsWindowEnabled() ? 0U : UINT{ODS_DISABLED}) |
-                     (GetFocus() == this ? UINT{ODS_FOCUS} : 0U);
+    item.itemState = (m_bPressed ? ODS_SELECTED : 0U) | (IsWindowEnabled() ? 0U : ODS_DISABLED) |
+                     (GetFocus() == this ? ODS_FOCUS : 0U);
     item.hwndItem = self;
     item.pDC = &dc;
     item.rcItem = GetClientRect();

@@ -5,7 +5,8 @@
 namespace veldan {
 
 /// Style bits of buttons. Only owner-drawn ones have a look.
-enum : UINT { BS_PUSHBUTTON = 0x00, BS_OWNERDRAW = 0x0b };
+inline constexpr UINT BS_PUSHBUTTON = 0x00;
+inline constexpr UINT BS_OWNERDRAW = 0x0b;
 
 /// A push button that its owner draws: at each paint and each change of state the parent gets WM_CTLCOLORBTN and
 /// WM_DRAWITEM, which come back to the button as OCM_CTLCOLOR and DrawItem. A press captures the pointer; a release

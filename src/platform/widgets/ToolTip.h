@@ -11,7 +11,10 @@ namespace veldan {
 ///   TTM_SETDELAYTIME  lParam: milliseconds that the pointer rests before a tip shows.
 ///   TTM_RELAYEVENT    lParam: MSG*, a retrieved message of a tool's window.
 ///   TTM_GETTOOLCOUNT  the result is the number of tools.
-enum : UINT { TTM_ACTIVATE = 1025, TTM_SETDELAYTIME = 1027, TTM_RELAYEVENT = 1031, TTM_GETTOOLCOUNT = 1037 };
+inline constexpr UINT TTM_ACTIVATE = 1025;
+inline constexpr UINT TTM_SETDELAYTIME = 1027;
+inline constexpr UINT TTM_RELAYEVENT = 1031;
+inline constexpr UINT TTM_GETTOOLCOUNT = 1037;
 
 /// Shows a short text beside the pointer once that has rested over a tool, a rectangle of some window. The messages of
 /// that window are relayed to it. A tip goes when the pointer leaves or a button is pressed; it never takes the focus.

@@ -33,7 +33,7 @@ HWND Desktop::CreateWindow(CWnd& object, const WindowClass& windowClass, const C
     const HWND window = record.handle;
     record.object = &object;
     record.windowClass = &windowClass;
-    record.style = create.style & ~UINT{WS_VISIBLE};
+    record.style = create.style & ~WS_VISIBLE;
     record.exStyle = create.exStyle;
     record.enabled = (create.style & WS_DISABLED) == 0;
     record.id = create.id;

@@ -34,13 +34,15 @@ struct DRAWITEMSTRUCT {
     CRect rcItem;  ///< In client pixels of the control.
 };
 
-enum : UINT { ODS_SELECTED = 0x01, ODS_DISABLED = 0x04, ODS_FOCUS = 0x10 };
+inline constexpr UINT ODS_SELECTED = 0x01;
+inline constexpr UINT ODS_DISABLED = 0x04;
+inline constexpr UINT ODS_FOCUS = 0x10;
 
 /// OCM_CTLCOLOR, lParam: wParam holds the CDC*.
-enum : UINT { CTLCOLOR_BTN = 3 };
+inline constexpr UINT CTLCOLOR_BTN = 3;
 
 /// Notification codes of buttons, in the high word of WM_COMMAND's wParam.
-enum : UINT { BN_CLICKED = 0 };
+inline constexpr UINT BN_CLICKED = 0;
 
 struct MessageMapEntry {
     using Handler = LRESULT (*)(CWnd& wnd, WPARAM wParam, LPARAM lParam, bool& handled);

@@ -6,22 +6,18 @@
 namespace veldan {
 
 /// Window styles. A window is a child, a popup, or, with neither, a frame that a window manager may handle.
-enum : UINT {
-    WS_POPUP = 0x80000000,
-    WS_CHILD = 0x40000000,
-    WS_VISIBLE = 0x10000000,
-    WS_DISABLED = 0x08000000,
-    WS_OVERLAPPED = 0x00000000,
-};
+inline constexpr UINT WS_POPUP = 0x80000000;
+inline constexpr UINT WS_CHILD = 0x40000000;
+inline constexpr UINT WS_VISIBLE = 0x10000000;
+inline constexpr UINT WS_DISABLED = 0x08000000;
+inline constexpr UINT WS_OVERLAPPED = 0x00000000;
 
 /// Extended styles.
-enum : UINT {
-    WS_EX_TRANSPARENT = 0x20,       ///< The pointer falls through; tooltips.
-    WS_EX_NOACTIVATE = 0x08000000,  ///< Never takes the activation.
-};
+inline constexpr UINT WS_EX_TRANSPARENT = 0x20;       ///< The pointer falls through; tooltips.
+inline constexpr UINT WS_EX_NOACTIVATE = 0x08000000;  ///< Never takes the activation.
 
 /// Class styles.
-enum : UINT { CS_DBLCLKS = 0x08 };
+inline constexpr UINT CS_DBLCLKS = 0x08;
 
 /// What windows of one sort have in common. Instances are constants that outlive their windows.
 struct WindowClass {
@@ -36,16 +32,15 @@ inline constexpr ShowCommand SW_SHOW = ShowCommand::Show;
 inline constexpr ShowCommand SW_SHOWNA = ShowCommand::ShowNoActivate;
 
 /// Flags of SetWindowPos.
-enum : UINT {
-    SWP_NOSIZE = 0x0001,
-    SWP_NOMOVE = 0x0002,
-    SWP_NOZORDER = 0x0004,
-    SWP_NOACTIVATE = 0x0010,
-    SWP_SHOWWINDOW = 0x0040,
-    SWP_HIDEWINDOW = 0x0080,
-};
+inline constexpr UINT SWP_NOSIZE = 0x0001;
+inline constexpr UINT SWP_NOMOVE = 0x0002;
+inline constexpr UINT SWP_NOZORDER = 0x0004;
+inline constexpr UINT SWP_NOACTIVATE = 0x0010;
+inline constexpr UINT SWP_SHOWWINDOW = 0x0040;
+inline constexpr UINT SWP_HIDEWINDOW = 0x0080;
 
 /// Flags of TrackMouseEvent.
-enum : UINT { TME_HOVER = 1, TME_LEAVE = 2 };
+inline constexpr UINT TME_HOVER = 1;
+inline constexpr UINT TME_LEAVE = 2;
 
 }  // namespace veldan

@@ -130,7 +130,7 @@ bool CWnd::ModifyStyle(UINT remove, UINT add) {
 
 UINT CWnd::GetStyle() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
-    return record == nullptr ? 0 : record->style | (record->visible ? UINT{WS_VISIBLE} : 0U);
+    return record == nullptr ? 0 : record->style | (record->visible ? WS_VISIBLE : 0U);
 }
 
 void CWnd::SetWindowText(const CString& text) {

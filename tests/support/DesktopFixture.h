@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/core/Clock.h"
+#include "platform/display/memory/MemoryDisplay.h"
+#include "platform/window/Desktop.h"
+#include "platform/window/Wnd.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veldan {
+
+/// A person's hand on the display in memory, with time that passes only when the hand lets it. Each gesture ends with
+/// the window system having handled everything that it set off.
+class Hand {
+public:
+    Hand(Desktop& desktop, MemoryDisplay& display, ManualClock& clock)
+        : m_desktop(desktop), m_display(display), m_clock(clock) {}
+
+    void Move(CPoint screen) {
+        m_display.MovePointer(screen);
+        Settle();
+    }
+    /// Moves there and waits for so long, a millisecond at a time.
+    void Rest(CPoint screen, int milliseconds = 30) {
+        Move(screen);
+        Wait(milliseconds);
+    }
+    void Press(int button = 1) {
+        m_display.PressButton(button);
+        Settle();
+    }
+    void Release(int button = 1) {
+        m_display.ReleaseButton(button);
+        Settle();
+    }
+    void Click(CPoint screen, int button = 1) {
+        Move(screen);
+        Press(button);
+        Release(button);
+    }
+    void DoubleClick(CPoint screen) {
+        Click(screen);
+        Wait(50);
+        Click(screen);
+    }
+    void Drag(CPoint from, CPoint to) {
+        Move(from);
+        Press();
+        Move(to);
+        Release();
+    }
+    void Wheel(CPoint screen, int delta) {
+        Move(screen);
+        m_display.TurnWheel(delta);
+        Settle();
+    }
+    void Type(UINT key, const std::string& text = {}) {
+        m_display.PressKey(key, text);
+        m_display.ReleaseKey(key);
+        Settle();
+    }
+    void Wait(int milliseconds) {
+        for (int i = 0; i < milliseconds; ++i) {
+            m_clock.Advance(1);
+            Settle();
+        }
+    }
+    void Settle() { m_desktop.Dispatch(); }
+
+private:
+    Desktop& m_desktop;
+    MemoryDisplay& m_display;
+    ManualClock& m_clock;
+};
+
+/// A fresh desktop on the display in memory.
+class DesktopTest : public testing::Test {
+protected:
+    DesktopTest() {
+        auto display = std::make_unique<MemoryDisplay>();
+        auto clock = std::make_unique<ManualClock>();
+        m_display = display.get();
+        m_clock = clock.get();
+        Desktop::Install(std::make_unique<Desktop>(std::move(display), std::move(clock)));
+        m_hand = std::make_unique<Hand>(Desktop::Get(), *m_display, *m_clock);
+    }
+
+    [[nodiscard]] static Desktop& TheDesktop() { return Desktop::Get(); }
+    [[nodiscard]] Hand& Person() { return *m_hand; }
+    /// The colour of a pixel on the screen, 0x00RRGGBB.
+    [[nodiscard]] std::uint32_t Seen(CPoint screen) const {
+        return m_display->Picture()->At(screen.x, screen.y) & 0xffffff;
+    }
+
+    MemoryDisplay* m_display = nullptr;
+    ManualClock* m_clock = nullptr;
+
+private:
+    std::unique_ptr<Hand> m_hand;
+};
+
+}  // namespace veldan

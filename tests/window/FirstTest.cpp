@@ -1,0 +1,67 @@
+#include "support/DesktopFixture.h"
+#include "support/Probe.h"
+
+namespace veldan {
+
+using PaintingTest = DesktopTest;
+
+TEST_F(PaintingTest, FirstFrameShowsWindowAndChildren) {
+    ProbeWnd window;
+    ProbeWnd child;
+    child.colour = RGB(0, 200, 0);
+    ASSERT_TRUE(window.CreateEx(0, CWnd::kPlainClass, "", WS_POPUP, {100, 100, 200, 200}, {}, 0));
+    ASSERT_TRUE(MakeChild(child, window, {10, 10, 50, 50}));
+    window.ShowWindow(SW_SHOW);
+    EXPECT_EQ(Seen({105, 105}), 0xc80000U);
+    EXPECT_EQ(Seen({110, 110}), 0x00c800U);
+    EXPECT_EQ(Seen({149, 149}), 0x00c800U);
+    EXPECT_EQ(Seen({150, 150}), 0xc80000U);
+}
+
+TEST_F(PaintingTest, HidingAChildShowsWhatIsUnderIt) {
+    ProbeWnd window;
+    ProbeWnd upper;
+    ProbeWnd lower;
+    upper.colour = RGB(0, 200, 0);
+    lower.colour = RGB(0, 0, 200);
+    MakePopup(window, {0, 0, 100, 100});
+    MakeChild(upper, window, {10, 10, 60, 60});
+    MakeChild(lower, window, {40, 40, 90, 90});
+    Person().Settle();
+    EXPECT_EQ(Seen({50, 50}), 0x00c800U) << "the child made first lies on top";
+    upper.ShowWindow(SW_HIDE);
+    Person().Settle();
+    EXPECT_EQ(Seen({50, 50}), 0x0000c8U);
+    EXPECT_EQ(Seen({20, 20}), 0xc80000U);
+}
+
+TEST_F(PaintingTest, OnlyTheDirtyPartIsPresented) {
+    ProbeWnd window;
+    ProbeWnd child;
+    MakePopup(window, {0, 0, 300, 300});
+    MakeChild(child, window, {10, 10, 30, 30});
+    Person().Settle();
+    const auto before = m_display->PresentedPixels();
+    child.Invalidate();
+    Person().Settle();
+    EXPECT_EQ(m_display->PresentedPixels() - before, 400U);
+}
+
+using ButtonTest = DesktopTest;
+
+TEST_F(ButtonTest, ClickReachesTheParentOnlyWhenReleasedInside) {
+    ProbeWnd window;
+    ProbeButton button;
+    MakePopup(window, {0, 0, 300, 300});
+    button.Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 10, 60, 30}, &window, 7);
+    Person().Drag({20, 20}, {200, 200});
+    EXPECT_EQ(window.CountOf(WM_COMMAND), 0);
+    Person().Move({20, 20});
+    Person().Press();
+    EXPECT_EQ(Seen({20, 20}), 0x0000faU);
+    Person().Release();
+    EXPECT_EQ(window.CountOf(WM_COMMAND), 1);
+    EXPECT_FALSE(TheDesktop().Capture());
+}
+
+}  // namespace veldan
