@@ -9,10 +9,10 @@
 
 namespace veldan {
 
-constinit CString LogFolder;
-constinit CString LogFileMain;
-constinit CString LogFileApi;
-constinit std::recursive_mutex* LogMutex = nullptr;
+CString LogFolder;
+CString LogFileMain;
+CString LogFileApi;
+std::recursive_mutex* LogMutex = nullptr;
 
 namespace {
 
