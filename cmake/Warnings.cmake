@@ -6,6 +6,9 @@ target_compile_options(veldan_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Unique symbols would keep a library in memory after dlclose.
   target_compile_options(veldan_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
+elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # A header of xcb names a field after a keyword; where it is included a macro renames the field.
+  target_compile_options(veldan_options INTERFACE -Wno-keyword-macro)
 endif()
 # Link options of the shared libraries: nothing is left undefined, nothing unused is loaded. Clang leaves the sanitizers'
 # functions to the program, so its libraries can't be complete.
