@@ -1,0 +1,104 @@
+#pragma once
+
+#include "controls/GPMenuButtonLook.h"
+#include "platform/widgets/Button.h"
+#include "platform/widgets/ToolTip.h"
+
+#include <memory>
+#include <optional>
+
+namespace veldan {
+
+class CGPMenuButton;
+
+/// A right click on a menu button, for the length of the callback.
+struct MenuButtonClickInfo {
+    int nId;
+    int x;  ///< In the button's client pixels.
+    int y;
+    CGPMenuButton* pButton;
+};
+
+// Messages to the parent; wParam is the button's control id, lParam 0.
+inline constexpr UINT kMsgGroupHover = 0x6bd;  ///< Posted when the pointer rests on a group button.
+inline constexpr UINT kMsgItemHover = 0x6be;   ///< Posted when the pointer rests on a profile row.
+inline constexpr UINT kMsgItemClick = 0x6c7;   ///< Sent on a click on either.
+
+/// One row of the menu: a group or, with a description, a profile. It shows an icon and its texts over a gradient.
+///
+/// Image, kind, texts, size and colours are taken as they are when the button first paints; what is set later doesn't
+/// show. The pixels of a state are made when it is first shown, kept within the bounds of CStatePool, and made again
+/// where they were dropped; all other paints are block copies. Without an image nothing is made and the row is black.
+class CGPMenuButton : public CButton {
+public:
+    CGPMenuButton();
+    ~CGPMenuButton() override;
+
+    /// 1 makes a profile row; anything else a group button.
+    void SetKind(int kind) { m_nKind = kind == 1 ? 1 : 0; }
+    /// Keeps the hover look while the pointer is elsewhere. The caller invalidates the button.
+    void SetSelected(BOOL selected) { m_bSelected = selected; }
+    /// A caption that ends in "*" asks for the yellow mark in place of its stars.
+    void SetCaption(const CString& text) { m_strCaption = text; }
+    void SetDescription(const CString& text) { m_strDescription = text; }
+    /// False if there is no such picture among the resources.
+    bool LoadImageResource(UINT id, const char* type);
+    /// False if the file is no picture; the button is then drawn without one. `type` is of no importance.
+    bool LoadImageFile(const CString& path, const char* type);
+
+    BOOL m_bDisabledLook = FALSE;
+    BOOL m_bShowBadge = FALSE;
+    std::optional<CursorShape> m_hCursor;  ///< Over the button; none leaves the class's.
+    std::unique_ptr<CToolTipCtrl> m_pToolTip;
+    CString m_strToolTip;
+    COLORREF m_crText = 0xe9e9e9;
+    COLORREF m_crHoverText = 0xe9e9e9;
+    COLORREF m_crHoverBottom = 0x0f41b3;
+    COLORREF m_crHoverTop = 0x0f41b3;
+    COLORREF m_crNormalTop = 0x17326f;
+    COLORREF m_crNormalBottom = 0x17326f;
+    std::shared_ptr<CGPResourceImage> m_pBadge;
+    BOOL m_bRightClickEnabled = FALSE;                              ///< Exactly TRUE lets the callback be called.
+    void (*m_pfnRightClick)(const MenuButtonClickInfo*) = nullptr;  ///< May destroy the button.
+
+    [[nodiscard]] int GetKind() const { return m_nKind; }
+    [[nodiscard]] BOOL IsSelected() const { return m_bSelected; }
+    [[nodiscard]] const CString& GetCaption() const { return m_strCaption; }
+    [[nodiscard]] const CString& GetDescription() const { return m_strDescription; }
+    [[nodiscard]] bool HasImage() const { return m_pImage != nullptr; }
+
+protected:
+    [[nodiscard]] const MessageMap& GetMessageMap() const override;
+    void PreSubclassWindow() override;
+    bool PreTranslateMessage(MSG& message) override;
+    void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) override;
+
+private:
+    void OnMouseMove(UINT flags, CPoint point);
+    BOOL OnEraseBkgnd(CDC* pDC);
+    BOOL OnSetCursor(CWnd* pWnd, UINT hitTest, UINT message);
+    HBRUSH CtlColor(CDC* pDC, UINT ctlColor);
+    void OnKillFocus(CWnd* pNewWnd);
+    void OnClicked();
+    void OnRButtonDown(UINT flags, CPoint point);
+    LRESULT OnMouseLeave(WPARAM wParam, LPARAM lParam);
+    LRESULT OnMouseHover(WPARAM wParam, LPARAM lParam);
+
+    void FreezeLook();
+
+    int m_nKind = 0;
+    BOOL m_bSelected = FALSE;
+    BOOL m_bHover = FALSE;
+    BOOL m_bTracking = FALSE;
+    BOOL m_bStatesBuilt = FALSE;
+    BOOL m_bNewMark = FALSE;
+    CString m_strCaption;
+    CString m_strDescription;
+    std::shared_ptr<CGPResourceImage> m_pImage;
+    std::unique_ptr<const CGPMenuButtonLook> m_pLook;  // once m_bStatesBuilt is set
+    CDC m_dcNormal;
+    CDC m_dcHover;
+    CDC m_dcDisabled;
+};
+
+}  // namespace veldan

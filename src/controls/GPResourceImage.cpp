@@ -1,0 +1,31 @@
+#include "controls/GPResourceImage.h"
+
+#include "platform/resource/Resource.h"
+
+namespace veldan {
+
+CSize CGPImageHolder::GetSize() const {
+    return m_pBitmap ? CSize{m_pBitmap->GetWidth(), m_pBitmap->GetHeight()} : CSize();
+}
+
+bool CGPResourceImage::Load(UINT id, const char* type) {
+    Empty();
+    const std::span<const std::byte> data = FindResource(id, type);
+    if (data.empty()) {
+        return false;
+    }
+    m_pBitmap = Image::FromBytes(data);
+    // A resource is decoded at once, so that the answer is about the whole picture.
+    if (!m_pBitmap->Pixels()) {
+        Empty();
+    }
+    return m_pBitmap != nullptr;
+}
+
+bool CGPResourceImage::LoadFile(const CString& path) {
+    Empty();
+    m_pBitmap = Image::FromFile(path);
+    return m_pBitmap->GetLastStatus() == DrawStatus::Ok;
+}
+
+}  // namespace veldan
