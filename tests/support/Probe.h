@@ -6,8 +6,10 @@
 #include "platform/window/ClientDC.h"
 #include "platform/window/Wnd.h"
 
+#include <algorithm>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldan {

@@ -1,0 +1,291 @@
+#include "platform/core/Keys.h"
+#include "platform/dialog/Dialog.h"
+#include "platform/resource/Resource.h"
+#include "support/DesktopFixture.h"
+#include "support/Probe.h"
+
+#include <map>
+#include <set>
+
+namespace veldan {
+
+namespace {
+
+/// Objects that are not deleted yet; whatever a case leaves behind goes at its end.
+std::set<CWnd*> g_alive;
+
+template <class Base>
+class Mortal : public Base {
+public:
+    Mortal() { g_alive.insert(this); }
+    ~Mortal() override { g_alive.erase(this); }
+};
+
+using MortalWnd = Mortal<ProbeWnd>;
+
+/// A button that also acts at what its parent hands back to it.
+class MortalButton : public Mortal<ProbeButton> {
+protected:
+    const MessageMap& GetMessageMap() const override {
+        static constexpr MessageMapEntry kEntries[] = {
+            On<OCM_CTLCOLOR, &MortalButton::OnCtlColor>(),
+            On<OCM_COMMAND, &MortalButton::OnClicked>(),
+        };
+        static const MessageMap kMap{&CButton::ClassMessageMap(), kEntries};
+        return kMap;
+    }
+
+private:
+    HBRUSH OnCtlColor(CDC*, UINT) {
+        Act(OCM_CTLCOLOR);
+        return nullptr;
+    }
+    void OnClicked() { Act(OCM_COMMAND); }
+    void Act(UINT message) {
+        if (message == actAt && action) {
+            std::exchange(action, nullptr)(*this);
+        }
+    }
+};
+
+constexpr DialogTemplate kForm{WS_POPUP, {100, 100}, ""};
+const Resource kResources[] = {{900, "DIALOG", std::as_bytes(std::span(&kForm, 1))}};
+
+enum class Victim { Window, Parent };
+
+}  // namespace
+
+class LifetimeTest : public DesktopTest, public testing::WithParamInterface<std::tuple<UINT, Victim>> {
+protected:
+    LifetimeTest() : m_resources(kResources) {
+        MakePopup(*m_owner, {0, 0, 400, 400});
+        m_top->CreateEx(0, CWnd::kPlainClass, "", WS_VISIBLE, {500, 0, 900, 400}, {}, 0);
+        MakeChild(*m_plain, *m_top, {10, 10, 110, 60});
+        m_button->Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 100, 110, 150}, m_top, 7);
+        Person().Settle();
+    }
+    ~LifetimeTest() override {
+        while (!g_alive.empty()) {
+            delete *g_alive.begin();
+        }
+        EXPECT_EQ(TheDesktop().WindowCount(), 0U);
+        Person().Settle();
+    }
+
+    template <class Target>
+    void Arm(Target& target) {
+        target.actAt = std::get<0>(GetParam());
+        target.action = [this](auto& window) {
+            m_bActed = true;
+            CWnd* victim = std::get<1>(GetParam()) == Victim::Window ? &window : window.GetParent();
+            delete victim;
+        };
+    }
+    void Provoke(UINT message);
+    void ProvokeByPointer(UINT message);
+    void ProvokeByButton(UINT message);
+    void CreateAnother();
+    void CreateDialog();
+
+    ResourceTable m_resources;
+    MortalWnd* m_owner = new MortalWnd;
+    MortalWnd* m_top = new MortalWnd;
+    MortalWnd* m_plain = new MortalWnd;
+    MortalButton* m_button = new MortalButton;
+    bool m_bActed = false;
+};
+
+void LifetimeTest::CreateAnother() {
+    auto* another = new MortalWnd;
+    Arm(*another);
+    MakeChild(*another, *m_top, {200, 200, 250, 250});
+}
+
+void LifetimeTest::CreateDialog() {
+    auto* dialog = new Mortal<Probe<CDialog>>;
+    Arm(*dialog);
+    dialog->Create(900, m_owner);
+}
+
+void LifetimeTest::ProvokeByPointer(UINT message) {
+    const CPoint over{550, 30};
+    // A button's class knows double clicks.
+    const CPoint overButton{550, 120};
+    switch (message) {
+        case WM_MOUSEWHEEL:
+            Person().Wheel(over, 120);
+            break;
+        case WM_MOUSEHOVER:
+            Person().Move(over);
+            m_plain->TrackMouseEvent(TME_HOVER, 5);
+            Person().Wait(10);
+            break;
+        case WM_MOUSELEAVE:
+            Person().Move(over);
+            m_plain->TrackMouseEvent(TME_LEAVE, 5);
+            Person().Move({950, 900});
+            break;
+        case WM_CAPTURECHANGED:
+            m_plain->SetCapture();
+            CWnd::ReleaseCapture();
+            break;
+        case WM_LBUTTONDBLCLK:
+        case WM_RBUTTONDBLCLK:
+        case WM_MBUTTONDBLCLK:
+            for (int i = 0; i < 2; ++i) {
+                Person().Click(overButton, message == WM_LBUTTONDBLCLK ? 1 : message == WM_MBUTTONDBLCLK ? 2 : 3);
+            }
+            break;
+        default:
+            for (int button = 1; button <= 3; ++button) {
+                Person().Click(over, button);
+            }
+    }
+}
+
+void LifetimeTest::ProvokeByButton(UINT message) {
+    if (message == WM_COMMAND || message == OCM_COMMAND) {
+        Person().Click({550, 120});
+    } else {
+        m_button->Invalidate();
+        Person().Settle();
+    }
+}
+
+void LifetimeTest::Provoke(UINT message) {
+    const std::map<UINT, std::function<void()>> roads{
+        {WM_CREATE, [this] { CreateAnother(); }},
+        {WM_INITDIALOG, [this] { CreateDialog(); }},
+        {WM_DESTROY, [this] { m_plain->DestroyWindow(); }},
+        {WM_NCDESTROY, [this] { m_plain->DestroyWindow(); }},
+        {WM_MOVE, [this] { m_plain->MoveWindow({0, 0, 100, 50}); }},
+        {WM_SIZE, [this] { m_plain->MoveWindow({0, 0, 10, 20}); }},
+        {WM_SETFOCUS, [this] { m_plain->SetFocus(); }},
+        {WM_KILLFOCUS, [this] { m_plain->SetFocus(), m_button->SetFocus(); }},
+        {WM_ENABLE, [this] { m_plain->EnableWindow(false); }},
+        {WM_SHOWWINDOW, [this] { m_plain->ShowWindow(SW_HIDE); }},
+        {WM_PAINT, [this] { m_plain->Invalidate(); }},
+        {WM_ERASEBKGND, [this] { m_plain->Invalidate(); }},
+        {WM_CLOSE, [this] { m_display->RequestClose(m_top->GetSafeHwnd().Value()); }},
+        {WM_TIMER, [this] { m_plain->SetTimer(1, 5), Person().Wait(10); }},
+        {WM_KEYDOWN, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
+        {WM_KEYUP, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
+        {WM_CHAR, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
+        {WM_DRAWITEM, [=, this] { ProvokeByButton(message); }},
+        {WM_CTLCOLORBTN, [=, this] { ProvokeByButton(message); }},
+        {WM_COMMAND, [=, this] { ProvokeByButton(message); }},
+        {OCM_CTLCOLOR, [=, this] { ProvokeByButton(message); }},
+        {OCM_COMMAND, [=, this] { ProvokeByButton(message); }},
+    };
+    const auto road = roads.find(message);
+    road != roads.end() ? road->second() : ProvokeByPointer(message);
+    Person().Settle();
+}
+
+TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
+    const UINT message = std::get<0>(GetParam());
+    const std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_CTLCOLORBTN, WM_COMMAND};
+    const std::set<UINT> atButton{OCM_CTLCOLOR, OCM_COMMAND, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK};
+    if (atTop.contains(message)) {
+        // The top-level window's parent is its owner; the frame has none, so it is made anew as an owned popup.
+        if (std::get<1>(GetParam()) == Victim::Parent) {
+            m_top->DestroyWindow();
+            MakePopup(*m_top, {500, 0, 900, 400}, m_owner);
+            m_button->Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 100, 110, 150}, m_top, 7);
+            Person().Settle();
+        }
+        Arm(*m_top);
+    } else if (atButton.contains(message)) {
+        Arm(*m_button);
+    } else {
+        Arm(*m_plain);
+    }
+    Provoke(message);
+    EXPECT_TRUE(m_bActed) << NameOfMessage(message) << " was not provoked";
+}
+
+std::vector<UINT> AllMessageNumbers() {
+    std::vector<UINT> numbers;
+    for (const MessageName& message : AllMessages()) {
+        numbers.push_back(message.number);
+    }
+    return numbers;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryMessage, LifetimeTest,
+                         testing::Combine(testing::ValuesIn(AllMessageNumbers()),
+                                          testing::Values(Victim::Window, Victim::Parent)),
+                         [](const auto& each) {
+                             return std::string(NameOfMessage(std::get<0>(each.param))) +
+                                    (std::get<1>(each.param) == Victim::Window ? "_Window" : "_Parent");
+                         });
+
+using DestructionTest = DesktopTest;
+
+TEST_F(DestructionTest, ParentsHearFirstAndChildrenGoFirst) {
+    ProbeWnd window;
+    ProbeWnd child;
+    MakePopup(window, {0, 0, 100, 100});
+    MakeChild(child, window, {0, 0, 50, 50});
+    std::vector<std::pair<CWnd*, UINT>> order;
+    TheDesktop().SetObserver([&](const MSG& message, bool) {
+        if (message.message == WM_DESTROY || message.message == WM_NCDESTROY) {
+            order.emplace_back(CWnd::FromHandle(message.hwnd), message.message);
+        }
+    });
+    window.DestroyWindow();
+    const std::vector<std::pair<CWnd*, UINT>> expected{
+        {&window, WM_DESTROY}, {&child, WM_DESTROY}, {&child, WM_NCDESTROY}, {&window, WM_NCDESTROY}};
+    EXPECT_EQ(order, expected);
+    EXPECT_FALSE(child.GetSafeHwnd());
+    TheDesktop().SetObserver({});
+}
+
+TEST_F(DestructionTest, NothingOfADeadWindowReachesItsSuccessor) {
+    auto first = std::make_unique<ProbeWnd>();
+    MakePopup(*first, {0, 0, 100, 100});
+    Person().Move({50, 50});
+    first->SetTimer(1, 5);
+    first->TrackMouseEvent(TME_HOVER | TME_LEAVE, 5);
+    first->PostMessage(WM_USER);
+    first->SetCapture();
+    first->SetFocus();
+    const HWND old = first->GetSafeHwnd();
+    first.reset();
+    ProbeWnd second;
+    second.CreateEx(0, CWnd::kPlainClass, "", WS_POPUP, {500, 500, 600, 600}, {}, 0);
+    EXPECT_NE(second.GetSafeHwnd(), old);
+    EXPECT_EQ(second.GetSafeHwnd().slot, old.slot) << "the case is about a slot used again";
+    second.log.clear();
+    Person().Wait(20);
+    Person().Type(VK_SPACE, " ");
+    EXPECT_TRUE(second.log.empty());
+    EXPECT_EQ(TheDesktop().Find(old), nullptr);
+    EXPECT_FALSE(TheDesktop().Focus() || TheDesktop().Capture() || TheDesktop().Active());
+}
+
+TEST_F(DestructionTest, OwnedPopupsGoWithTheirOwnerAndItsHidingLeavesThem) {
+    ProbeWnd owner;
+    ProbeWnd owned;
+    MakePopup(owner, {0, 0, 100, 100});
+    MakePopup(owned, {200, 0, 300, 100}, &owner);
+    owner.ShowWindow(SW_HIDE);
+    EXPECT_TRUE(owned.IsWindowVisible());
+    owner.DestroyWindow();
+    EXPECT_FALSE(owned.GetSafeHwnd());
+}
+
+TEST_F(DestructionTest, CallsOnAWindowThatIsGoneDoNothing) {
+    CWnd window;
+    EXPECT_FALSE(window.ShowWindow(SW_SHOW) || window.PostMessage(WM_USER) || window.DestroyWindow());
+    EXPECT_EQ(window.SendMessage(WM_USER), 0);
+    EXPECT_TRUE(window.GetWindowRect().IsNull());
+    EXPECT_EQ(window.GetParent(), nullptr);
+    EXPECT_EQ(window.SetTimer(1, 1), 0U);
+    CWnd child;
+    EXPECT_FALSE(MakeChild(child, window, {0, 0, 1, 1}));
+    const CClientDC dc(&window);
+    EXPECT_EQ(dc.GetSurface(), nullptr);
+}
+
+}  // namespace veldan
