@@ -1,0 +1,218 @@
+#include "draw/Canvas.h"
+#include "platform/draw/Region.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace veldan {
+namespace {
+
+TEST(DC, StartsABitmapBlackAndFillsOnlyTheRectangle) {
+    Canvas canvas(10, 8);
+    EXPECT_EQ(canvas.CountInk({0, 0, 10, 8}), 0);
+    canvas.dc.FillSolidRect({2, 3, 5, 7}, kRed);
+    EXPECT_EQ(canvas.Count([&](int x, int y) { return canvas.At(x, y) == kRedPixel; }), 12);
+    EXPECT_EQ(canvas.At(2, 3), kRedPixel);
+    EXPECT_EQ(canvas.At(5, 7), 0U);
+}
+
+TEST(DC, TakesTheLowByteOfAColourAsRed) {
+    Canvas canvas(1, 1);
+    canvas.dc.FillRect({0, 0, 1, 1}, CBrush(0x17326F));
+    EXPECT_EQ(canvas.At(0, 0), 0xff6f3217);
+}
+
+TEST(DC, FramesInsideOfTheRectangle) {
+    Canvas canvas(6, 6);
+    canvas.dc.FrameRect({1, 1, 5, 5}, CBrush(kRed));
+    EXPECT_EQ(canvas.CountInk({0, 0, 6, 6}), 12);
+    EXPECT_EQ(canvas.At(1, 1), kRedPixel);
+    EXPECT_EQ(canvas.At(4, 4), kRedPixel);
+    EXPECT_EQ(canvas.CountInk({2, 2, 4, 4}), 0);
+}
+
+TEST(DC, DrawsNothingInRectanglesTurnedInsideOut) {
+    Canvas canvas(6, 4);
+    const CRect shrunk = CRect{0, 0, 6, 1}.Inflate(-1, -1);
+    canvas.dc.FillSolidRect(shrunk, kRed);
+    canvas.dc.FrameRect(shrunk, CBrush(kRed));
+    canvas.dc.RoundRect(shrunk, {5, 5});
+    EXPECT_EQ(canvas.CountInk({0, 0, 6, 4}), 0);
+}
+
+TEST(DC, LeavesTheLastPixelOfALineOut) {
+    Canvas canvas(8, 8);
+    CPen pen(1, kRed);
+    canvas.dc.SelectObject(&pen);
+    canvas.dc.MoveTo(3, 0);
+    canvas.dc.LineTo(3, 7);
+    EXPECT_EQ(canvas.At(3, 0), kRedPixel);
+    EXPECT_EQ(canvas.At(3, 6), kRedPixel);
+    EXPECT_EQ(canvas.At(3, 7), 0U);
+    canvas.dc.LineTo(0, 7);
+    EXPECT_EQ(canvas.At(3, 7), kRedPixel);
+    EXPECT_EQ(canvas.At(0, 7), 0U);
+    EXPECT_EQ(canvas.dc.MoveTo(1, 1), (CPoint{0, 7}));
+}
+
+TEST(DC, DrawsASlantedLineOnePixelAStep) {
+    Canvas canvas(8, 8);
+    CPen pen(1, kRed);
+    canvas.dc.SelectObject(&pen);
+    canvas.dc.MoveTo(6, 1);
+    canvas.dc.LineTo(0, 4);
+    EXPECT_EQ(canvas.CountInk({0, 0, 8, 8}), 6);
+    EXPECT_EQ(canvas.At(6, 1), kRedPixel);
+    EXPECT_EQ(canvas.At(0, 4), 0U);
+}
+
+TEST(DC, RoundsCornersTheSameOnAllSides) {
+    Canvas canvas(20, 12);
+    CPen pen(1, kRed);
+    CBrush brush(kBlue);
+    canvas.dc.SelectObject(&pen);
+    canvas.dc.SelectObject(&brush);
+    canvas.dc.RoundRect({0, 0, 20, 12}, {8, 8});
+    EXPECT_EQ(canvas.At(0, 0), 0U);
+    EXPECT_EQ(canvas.At(10, 0), kRedPixel);
+    EXPECT_EQ(canvas.At(0, 6), kRedPixel);
+    EXPECT_EQ(canvas.At(10, 6), kBluePixel);
+    EXPECT_EQ(canvas.Count([&](int x, int y) {
+        return canvas.At(x, y) != canvas.At(19 - x, y) || canvas.At(x, y) != canvas.At(x, 11 - y);
+    }),
+              0);
+}
+
+TEST(DC, ClipsToARegionOfTheSurface) {
+    auto surface = std::make_shared<Surface>(20, 10);
+    Region clip(CRect{2, 2, 6, 6});
+    clip.Add(CRect{10, 4, 30, 5});
+    CDC dc;
+    dc.Attach(CreateSurfaceDC(surface, {2, 2}, clip));
+    EXPECT_EQ(dc.GetClipBox(), (CRect{0, 0, 18, 4}));
+    dc.FillSolidRect({-100, -100, 100, 100}, kRed);
+    int ink = 0;
+    for (int y = 0; y < 10; ++y) {
+        for (int x = 0; x < 20; ++x) {
+            ink += surface->At(x, y) == kRedPixel ? 1 : 0;
+            EXPECT_EQ(surface->At(x, y) != 0, clip.Contains({x, y}));
+        }
+    }
+    EXPECT_EQ(ink, 16 + 10);
+}
+
+TEST(DC, PutsTheWindowOriginAtTheCorner) {
+    Canvas canvas(10, 10);
+    EXPECT_EQ(canvas.dc.SetWindowOrg(100, 50), CPoint());
+    canvas.dc.FillSolidRect({103, 54, 104, 55}, kRed);
+    EXPECT_EQ(canvas.At(3, 4), kRedPixel);
+    EXPECT_EQ(canvas.dc.GetClipBox(), (CRect{100, 50, 110, 60}));
+}
+
+TEST(DC, CopiesABlockAndLeavesOutWhatTheSourceHasNot) {
+    Canvas source(4, 4);
+    source.dc.FillSolidRect({0, 0, 4, 4}, kRed);
+    source.dc.FillSolidRect({3, 3, 4, 4}, kBlue);
+    Canvas target(10, 10);
+    EXPECT_TRUE(target.dc.BitBlt(1, 2, 8, 8, &source.dc, 2, 2, SRCCOPY));
+    EXPECT_EQ(target.CountInk({0, 0, 10, 10}), 4);
+    EXPECT_EQ(target.At(1, 2), kRedPixel);
+    EXPECT_EQ(target.At(2, 3), kBluePixel);
+    EXPECT_TRUE(target.dc.BitBlt(0, 0, 0, 0, &source.dc, 0, 0, SRCCOPY));
+    EXPECT_FALSE(target.dc.BitBlt(0, 0, 4, 4, &source.dc, 0, 0, 0x42));
+}
+
+TEST(DC, MovesPixelsWithinABitmapWithoutSmearing) {
+    for (const CPoint by : {CPoint{1, 0}, CPoint{-1, 0}, CPoint{0, 1}, CPoint{0, -1}, CPoint{2, -1}, CPoint{-1, 2}}) {
+        Canvas canvas(9, 9);
+        const auto mark = [](int x, int y) { return RGB(static_cast<unsigned>(x), static_cast<unsigned>(y), 9); };
+        for (int y = 0; y < 9; ++y) {
+            for (int x = 0; x < 9; ++x) {
+                canvas.dc.FillSolidRect({x, y, x + 1, y + 1}, mark(x, y));
+            }
+        }
+        canvas.dc.BitBlt(2 + by.x, 2 + by.y, 5, 5, &canvas.dc, 2, 2, SRCCOPY);
+        Canvas expected(1, 1);
+        for (int i = 2; i < 7; ++i) {
+            expected.dc.FillSolidRect({0, 0, 1, 1}, mark(i, 8 - i));
+            EXPECT_EQ(canvas.At(i + by.x, 8 - i + by.y), expected.At(0, 0));
+        }
+    }
+}
+
+TEST(DC, IsQuietWithoutAHandleOrABitmap) {
+    CDC none;
+    CDC empty;
+    EXPECT_TRUE(empty.CreateCompatibleDC(&none));
+    Canvas canvas(4, 4);
+    CRect rect{0, 0, 4, 4};
+    for (CDC* pDC : {&none, &empty}) {
+        EXPECT_FALSE(pDC->BitBlt(0, 0, 4, 4, &canvas.dc, 0, 0, SRCCOPY));
+        EXPECT_FALSE(canvas.dc.BitBlt(0, 0, 4, 4, pDC, 0, 0, SRCCOPY));
+        pDC->FillSolidRect(rect, kRed);
+        pDC->RoundRect(rect, {2, 2});
+        pDC->LineTo(3, 3);
+        pDC->DrawText("text", rect, DT_LEFT);
+        EXPECT_TRUE(pDC->GetClipBox().IsNull());
+        EXPECT_EQ(pDC->GetSurface(), nullptr);
+    }
+    EXPECT_FALSE(none.DeleteDC());
+    EXPECT_EQ(canvas.CountInk({0, 0, 4, 4}), 0);
+}
+
+TEST(DC, GivesBackWhatWasSelectedBefore) {
+    Canvas canvas(4, 4);
+    CBitmap other;
+    other.CreateCompatibleBitmap(&canvas.dc, 2, 2);
+    EXPECT_EQ(canvas.dc.SelectObject(&other), &canvas.bitmap);
+    canvas.dc.FillSolidRect({0, 0, 4, 4}, kRed);
+    EXPECT_EQ(canvas.dc.SelectObject(&canvas.bitmap), &other);
+    EXPECT_EQ(canvas.CountInk({0, 0, 4, 4}), 0);
+    EXPECT_EQ(other.GetSurface()->At(1, 1), kRedPixel);
+    CPen pen(1, kRed);
+    EXPECT_EQ(canvas.dc.SelectObject(&pen), nullptr);
+    EXPECT_EQ(canvas.dc.SelectObject(static_cast<CPen*>(nullptr)), &pen);
+    EXPECT_EQ(canvas.dc.SetTextColor(kRed), RGB(0, 0, 0));
+    EXPECT_EQ(canvas.dc.SetTextColor(kBlue), kRed);
+    EXPECT_EQ(canvas.dc.SetBkMode(TRANSPARENT), OPAQUE);
+}
+
+TEST(DC, KeepsTheBitmapThatItWasGivenWhenTheObjectGoes) {
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    {
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(&dc, 3, 3);
+        dc.SelectObject(&bitmap);
+    }
+    dc.FillSolidRect({0, 0, 3, 3}, kRed);
+    EXPECT_EQ(dc.GetSurface()->At(2, 2), kRedPixel);
+}
+
+TEST(DC, AllowsBitmapsWithoutPixelsAndRefusesImpossibleOnes) {
+    Canvas canvas(0, 7);
+    EXPECT_TRUE(canvas.bitmap.GetSurface());
+    canvas.dc.FillSolidRect({0, 0, 5, 5}, kRed);
+    EXPECT_TRUE(canvas.dc.GetClipBox().IsNull());
+    CRect rect{0, 0, 9, 9};
+    canvas.dc.DrawText("text", rect, DT_LEFT);
+    CBitmap bitmap;
+    EXPECT_FALSE(bitmap.CreateCompatibleBitmap(nullptr, -1, 5));
+    EXPECT_FALSE(bitmap.CreateCompatibleBitmap(nullptr, 30000, 30000));
+    EXPECT_EQ(bitmap.GetSize(), CSize());
+}
+
+TEST(DC, StandsTheFarthestCoordinates) {
+    Canvas canvas(3, 3);
+    canvas.dc.SetWindowOrg(INT_MIN, INT_MAX);
+    canvas.dc.FillSolidRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kRed);
+    canvas.dc.RoundRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {INT_MAX, 1});
+    canvas.dc.BitBlt(INT_MAX, INT_MIN, INT_MAX, INT_MAX, &canvas.dc, INT_MIN, INT_MAX, SRCCOPY);
+    canvas.dc.SetWindowOrg(0, 0);
+    canvas.dc.FillSolidRect({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, kBlue);
+    EXPECT_EQ(canvas.At(2, 2), kBluePixel);
+}
+
+}  // namespace
+}  // namespace veldan

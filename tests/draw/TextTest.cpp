@@ -1,0 +1,193 @@
+#include "draw/Canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+namespace veldan {
+namespace {
+
+struct Text : testing::Test {
+    Text() : canvas(300, 100) {
+        canvas.dc.SelectObject(&font);
+        canvas.dc.SetTextColor(RGB(255, 255, 255));
+        canvas.dc.SetBkMode(TRANSPARENT);
+    }
+
+    // Draws and gives the rectangle around all pixels that are not black.
+    CRect Draw(std::string_view text, CRect rect, UINT format) {
+        canvas.dc.FillSolidRect({0, 0, 300, 100}, RGB(0, 0, 0));
+        canvas.dc.DrawText(text, rect, format);
+        return canvas.Around([&](int x, int y) { return canvas.At(x, y) != 0xff000000; });
+    }
+
+    CSize Measure(std::string_view text, UINT format = DT_LEFT, int width = 300) {
+        CRect rect{0, 0, width, 0};
+        canvas.dc.DrawText(text, rect, format | DT_CALCRECT);
+        return rect.Size();
+    }
+
+    CFont font{14, kFontNormal};
+    Canvas canvas;
+};
+
+TEST_F(Text, MeasuresAFreshContextWithTheSystemFont) {
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    EXPECT_EQ(dc.GetTextExtent("").cy, 16);
+    EXPECT_EQ(dc.GetTextExtent("Caption").cy, 16);
+    EXPECT_EQ(dc.GetTextExtent("").cx, 0);
+    EXPECT_GT(dc.GetTextExtent("Caption").cx, 30);
+}
+
+TEST_F(Text, TakesAPositiveHeightForTheLineAndANegativeOneForTheLetters) {
+    EXPECT_EQ(CFont(14, kFontNormal).LineHeight(), 14);
+    EXPECT_EQ(CFont(15, kFontBold, Underline::Yes).LineHeight(), 15);
+    EXPECT_GT(CFont(-14, kFontNormal).LineHeight(), 14);
+    EXPECT_EQ(CFont().LineHeight(), 0);
+}
+
+TEST_F(Text, GrowsWithEachLetterAndWithItsWeight) {
+    CFont bold(14, kFontBold);
+    int last = 0;
+    std::string text;
+    for (const char letter : std::string("MPEG-4 & co.")) {
+        text += letter;
+        EXPECT_GT(canvas.dc.GetTextExtent(text).cx, last);
+        last = canvas.dc.GetTextExtent(text).cx;
+    }
+    canvas.dc.SelectObject(&bold);
+    EXPECT_GT(canvas.dc.GetTextExtent(text).cx, last);
+}
+
+TEST_F(Text, FindsInstalledFontsForTheOnesThatItsCallersName) {
+    CFont tahoma(-13, kFontNormal, Underline::No, "Tahoma");
+    CFont dialog(-13, kFontNormal, Underline::No, "MS Shell Dlg");
+    CFont mono(-13, kFontNormal, Underline::No, "Liberation Mono");
+    canvas.dc.SelectObject(&tahoma);
+    const CSize wide = canvas.dc.GetTextExtent("wide");
+    EXPECT_NE(wide.cx, 4 * canvas.dc.GetTextExtent("i").cx);
+    canvas.dc.SelectObject(&dialog);
+    EXPECT_EQ(canvas.dc.GetTextExtent("wide"), wide);
+    canvas.dc.SelectObject(&mono);
+    EXPECT_EQ(canvas.dc.GetTextExtent("wide").cx, 4 * canvas.dc.GetTextExtent("i").cx);
+}
+
+TEST_F(Text, DrawsInTheTextColourOnOpaqueGround) {
+    canvas.dc.SetTextColor(kRed);
+    const CRect ink = Draw("HHH", {10, 10, 100, 40}, DT_LEFT);
+    EXPECT_FALSE(ink.IsEmpty());
+    EXPECT_GT(canvas.Count([&](int x, int y) { return canvas.At(x, y) == kRedPixel; }), 10);
+    EXPECT_EQ(canvas.Count([&](int x, int y) { return (canvas.At(x, y) & 0xff00ffff) != 0xff000000; }), 0);
+}
+
+TEST_F(Text, CentresOneLineAndIgnoresThatForSeveral) {
+    const CRect top = Draw("Hxg", {0, 0, 200, 60}, DT_LEFT);
+    const CRect centred = Draw("Hxg", {0, 0, 200, 60}, DT_SINGLELINE | DT_VCENTER);
+    EXPECT_EQ(centred, top.Offset({0, (60 - 14) / 2}));
+    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 60}, DT_WORDBREAK | DT_VCENTER), top);
+}
+
+TEST_F(Text, CentresAcross) {
+    const int width = canvas.dc.GetTextExtent("Hxg").cx;
+    const CRect left = Draw("Hxg", {0, 0, 200, 20}, DT_SINGLELINE);
+    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 20}, DT_SINGLELINE | DT_CENTER), left.Offset({(200 - width) / 2, 0}));
+}
+
+TEST_F(Text, MovesWithItsRectangleByWholePixels) {
+    const CRect ink = Draw("Moving text", {0, 0, 200, 20}, DT_SINGLELINE | DT_VCENTER);
+    EXPECT_EQ(Draw("Moving text", {7, 31, 207, 51}, DT_SINGLELINE | DT_VCENTER), ink.Offset({7, 31}));
+}
+
+TEST_F(Text, StaysInsideOfItsRectangle) {
+    CFont underlined(14, kFontBold, Underline::Yes);
+    canvas.dc.SelectObject(&underlined);
+    canvas.dc.SetBkMode(OPAQUE);
+    canvas.dc.SetBkColor(kBlue);
+    const CRect rect{20, 10, 45, 22};
+    const CRect ink = Draw("A caption that is far too long", rect, DT_SINGLELINE | DT_VCENTER);
+    EXPECT_EQ(ink, ink.Intersect(rect));
+    EXPECT_EQ(ink.Width(), 25);
+}
+
+TEST_F(Text, BreaksLinesAtWordsOnlyWhereAsked) {
+    const std::string text = "several words that need some room";
+    const int width = canvas.dc.GetTextExtent(text).cx;
+    EXPECT_EQ(Measure(text), (CSize{width, 14}));
+    const CSize broken = Measure(text, DT_WORDBREAK, width / 2 + 10);
+    EXPECT_EQ(broken.cy, 28);
+    EXPECT_LE(broken.cx, width / 2 + 10);
+    EXPECT_EQ(Measure(text, DT_WORDBREAK | DT_SINGLELINE, width / 2).cy, 14);
+}
+
+TEST_F(Text, BreaksLinesAtLineFeeds) {
+    EXPECT_EQ(Measure("one\ntwo\r\n\nfour").cy, 4 * 14);
+    EXPECT_EQ(Measure("one\r\n").cx, canvas.dc.GetTextExtent("one").cx);
+    EXPECT_EQ(Measure("one\ntwo", DT_SINGLELINE).cy, 14);
+}
+
+TEST_F(Text, ShowsAnAmpersandAsItStands) {
+    EXPECT_GT(canvas.dc.GetTextExtent("A&B").cx, canvas.dc.GetTextExtent("AB").cx);
+    EXPECT_EQ(Measure("A&B"), canvas.dc.GetTextExtent("A&B"));
+}
+
+TEST_F(Text, UnderlinesItsWholeWidthOnePixelHigh) {
+    CFont underlined(14, kFontNormal, Underline::Yes);
+    const CRect plain = Draw("iii", {0, 0, 200, 14}, DT_LEFT);
+    canvas.dc.SelectObject(&underlined);
+    const CRect ink = Draw("iii", {0, 0, 200, 14}, DT_LEFT);
+    EXPECT_EQ(ink.Width(), canvas.dc.GetTextExtent("iii").cx);
+    EXPECT_EQ(ink.bottom, plain.bottom + 2);
+}
+
+TEST_F(Text, TakesAnyBytes) {
+    testing::internal::CaptureStderr();
+    const std::string bytes("a\xff\xc3(\0\x01\xe2\x80\xa8\t\x80z", 12);
+    EXPECT_EQ(Measure(bytes, DT_SINGLELINE).cy, 14);
+    EXPECT_FALSE(Draw(bytes, {0, 0, 200, 50}, DT_WORDBREAK).IsEmpty());
+    EXPECT_GT(canvas.dc.GetTextExtent(std::string(1000000, 'x')).cx, 1000);
+    CFont odd(12, 4000, Underline::No, "\xff, no such font");
+    canvas.dc.SelectObject(&odd);
+    EXPECT_GT(canvas.dc.GetTextExtent("odd").cx, 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(Text, KeepsTheHostsSignalsAndThreads) {
+    sigset_t before;
+    pthread_sigmask(SIG_SETMASK, nullptr, &before);
+    Measure("text");
+    sigset_t after;
+    pthread_sigmask(SIG_SETMASK, nullptr, &after);
+    EXPECT_EQ(sigismember(&after, SIGINT), sigismember(&before, SIGINT));
+    EXPECT_EQ(sigismember(&after, SIGTERM), sigismember(&before, SIGTERM));
+    const auto threads = [] {
+        const std::filesystem::directory_iterator tasks("/proc/self/task");
+        return std::distance(begin(tasks), end(tasks));
+    };
+    while (threads() > 1) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+TEST(TextWithoutFonts, DrawsNothingAndSaysNothing) {
+    const std::string config = testing::TempDir() + "nofonts.conf";
+    std::ofstream(config) << "<fontconfig/>";
+    setenv("VELDAN_FONT_CONFIG", config.c_str(), 1);
+    testing::internal::CaptureStderr();
+    Canvas canvas(50, 20);
+    CRect rect{0, 0, 50, 20};
+    canvas.dc.SetBkMode(TRANSPARENT);
+    canvas.dc.DrawText("text", rect, DT_SINGLELINE | DT_VCENTER);
+    EXPECT_EQ(canvas.CountInk(rect), 0);
+    EXPECT_EQ(canvas.dc.GetTextExtent("text"), (CSize{0, 16}));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+}  // namespace veldan
