@@ -158,8 +158,14 @@ void LifetimeTest::Provoke(UINT message) {
         {WM_INITDIALOG, [this] { CreateDialog(); }},
         {WM_DESTROY, [this] { m_plain->DestroyWindow(); }},
         {WM_NCDESTROY, [this] { m_plain->DestroyWindow(); }},
-        {WM_MOVE, [this] { m_plain->MoveWindow({0, 0, 100, 50}); }},
-        {WM_SIZE, [this] { m_plain->MoveWindow({0, 0, 10, 20}); }},
+        {WM_MOVE,
+         [this] {
+             m_plain->MoveWindow({0, 0, 100, 50});
+         }},
+        {WM_SIZE,
+         [this] {
+             m_plain->MoveWindow({0, 0, 10, 20});
+         }},
         {WM_SETFOCUS, [this] { m_plain->SetFocus(); }},
         {WM_KILLFOCUS, [this] { m_plain->SetFocus(), m_button->SetFocus(); }},
         {WM_ENABLE, [this] { m_plain->EnableWindow(false); }},

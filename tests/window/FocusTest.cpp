@@ -1,0 +1,131 @@
+#include "platform/core/Keys.h"
+#include "platform/dialog/Dialog.h"
+#include "platform/resource/Resource.h"
+#include "support/DesktopFixture.h"
+#include "support/Probe.h"
+
+namespace veldan {
+
+namespace {
+
+constexpr DialogTemplate kForm{WS_POPUP, {100, 80}, "form"};
+const Resource kResources[] = {{900, "DIALOG", std::as_bytes(std::span(&kForm, 1))}};
+
+/// A dialog with three buttons, of which the second is its first focus.
+class Form : public Probe<CDialog> {
+public:
+    ProbeButton buttons[3];
+
+protected:
+    BOOL OnInitDialog() override {
+        for (int i = 0; i < 3; ++i) {
+            buttons[i].Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 10 + 30 * i, 100, 35 + 30 * i}, this, UINT(i + 1));
+        }
+        return TRUE;
+    }
+    CWnd* GetFirstFocus() override { return &buttons[1]; }
+};
+
+}  // namespace
+
+class FocusTest : public DesktopTest {
+protected:
+    FocusTest() : m_resources(kResources) {
+        m_frame.CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {0, 0, 400, 400}, {}, 0);
+        m_form.Create(900);
+        m_form.SetWindowPos(nullptr, 500, 500, 150, 120, SWP_NOACTIVATE);
+        Person().Settle();
+    }
+    void ShowForm() {
+        m_form.ShowWindow(SW_SHOW);
+        Person().Settle();
+    }
+
+    ResourceTable m_resources;
+    ProbeWnd m_frame;
+    Form m_form;
+};
+
+TEST_F(FocusTest, ADialogMadeWithoutAParentIsOwnedByTheActiveWindow) {
+    EXPECT_EQ(m_form.GetParent(), &m_frame);
+    EXPECT_FALSE(m_form.IsWindowVisible());
+    Form orphan;
+    EXPECT_FALSE(orphan.Create(901)) << "there is no such template";
+}
+
+TEST_F(FocusTest, AShownDialogHandsTheFocusToItsFirstAndThenToItsLast) {
+    ShowForm();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+    EXPECT_EQ(m_display->FocusWindow(), m_form.GetSafeHwnd().Value());
+    m_form.buttons[2].SetFocus();
+    m_form.ShowWindow(SW_HIDE);
+    Person().Settle();
+    EXPECT_EQ(m_display->FocusWindow(), m_frame.GetSafeHwnd().Value());
+    ShowForm();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[2]);
+}
+
+TEST_F(FocusTest, AFocusedChildThatIsHiddenOrDestroyedPassesTheFocusOn) {
+    ShowForm();
+    m_form.buttons[2].SetFocus();
+    m_form.buttons[2].ShowWindow(SW_HIDE);
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+    m_form.buttons[0].SetFocus();
+    m_form.buttons[0].DestroyWindow();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+}
+
+TEST_F(FocusTest, APressOutsideOrASwitchTakesTheFocusFromTheChild) {
+    ShowForm();
+    m_form.buttons[1].log.clear();
+    Person().Click({1500, 900});
+    EXPECT_EQ(m_form.buttons[1].CountOf(WM_KILLFOCUS), 1);
+    EXPECT_FALSE(TheDesktop().Active());
+    Person().Click({640, 510});
+    EXPECT_EQ(TheDesktop().Active(), m_form.GetSafeHwnd());
+    m_display->FocusForeignWindow(m_display->AddForeignWindow({1000, 0, 1100, 100}));
+    Person().Settle();
+    EXPECT_FALSE(TheDesktop().Focus());
+}
+
+TEST_F(FocusTest, OnlyALeftPressTakesTheFocusToAButton) {
+    ShowForm();
+    Person().Click({520, 520}, 3);
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+    Person().Click({520, 520});
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[0]);
+    EXPECT_NE(m_form.buttons[0].drawnState & ODS_FOCUS, 0U);
+}
+
+TEST_F(FocusTest, TheSpaceBarPressesTheFocusedButton) {
+    ShowForm();
+    m_form.log.clear();
+    Person().Type(VK_SPACE, " ");
+    EXPECT_EQ(m_form.CountOf(WM_COMMAND), 1);
+    EXPECT_EQ(m_form.buttons[1].CountOf(WM_CHAR), 1);
+    Person().Type(VK_RETURN, "\r");
+    EXPECT_EQ(m_form.CountOf(WM_COMMAND), 1);
+}
+
+TEST_F(FocusTest, AHandlerThatMovesTheFocusOnHasTheLastWord) {
+    ShowForm();
+    m_form.buttons[1].actAt = WM_KILLFOCUS;
+    m_form.buttons[1].action = [this](auto&) { m_form.buttons[2].SetFocus(); };
+    m_form.buttons[0].log.clear();
+    m_form.buttons[0].SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[2]);
+    EXPECT_EQ(m_form.buttons[0].CountOf(WM_SETFOCUS), 0);
+}
+
+TEST_F(FocusTest, ALostDisplayHidesEverythingAndStaysQuiet) {
+    ShowForm();
+    m_display->Lose();
+    Person().Settle();
+    EXPECT_FALSE(m_form.IsWindowVisible() || m_frame.IsWindowVisible());
+    EXPECT_FALSE(TheDesktop().Focus());
+    EXPECT_FALSE(m_form.ShowWindow(SW_SHOW));
+    EXPECT_FALSE(m_form.IsWindowVisible());
+    EXPECT_TRUE(m_form.DestroyWindow());
+}
+
+}  // namespace veldan

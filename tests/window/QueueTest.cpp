@@ -1,0 +1,122 @@
+#include "support/DesktopFixture.h"
+#include "support/Probe.h"
+
+#include <poll.h>
+
+namespace veldan {
+
+class QueueTest : public DesktopTest {
+protected:
+    QueueTest() {
+        MakePopup(m_window, {0, 0, 100, 100});
+        Person().Move({50, 50});
+        m_window.log.clear();
+    }
+    [[nodiscard]] bool IsReadable() const {
+        pollfd descriptor{TheDesktop().Descriptor(), POLLIN, 0};
+        return poll(&descriptor, 1, 0) == 1;
+    }
+
+    ProbeWnd m_window;
+};
+
+TEST_F(QueueTest, SentThenPostedThenInputThenPaintThenTimer) {
+    m_window.SetTimer(1, 1);
+    m_clock->Advance(5);
+    m_window.Invalidate();
+    m_display->TurnWheel(120);
+    m_window.PostMessage(WM_USER + 1);
+    m_window.SendMessage(WM_USER);
+    TheDesktop().Dispatch();
+    const std::vector<UINT> expected{WM_USER, WM_USER + 1, WM_MOUSEWHEEL, WM_PAINT, WM_ERASEBKGND, WM_TIMER};
+    EXPECT_EQ(m_window.log, expected);
+}
+
+TEST_F(QueueTest, ATimerHasOneMessageWaitingHoweverLate) {
+    m_window.SetTimer(1, 10);
+    m_clock->Advance(1000);
+    Person().Settle();
+    EXPECT_EQ(m_window.CountOf(WM_TIMER), 1);
+    Person().Wait(10);
+    EXPECT_EQ(m_window.CountOf(WM_TIMER), 2);
+    m_window.SetTimer(1, 1000);
+    Person().Wait(50);
+    EXPECT_EQ(m_window.CountOf(WM_TIMER), 2) << "the same id replaces the timer";
+}
+
+TEST_F(QueueTest, ATimerWithoutAWindowCallsUntilItIsKilled) {
+    static int calls = 0;
+    const UINT_PTR id = TheDesktop().SetTimer({}, 998, 10, [](UINT_PTR) { ++calls; });
+    Person().Wait(25);
+    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(TheDesktop().KillTimer({}, id));
+    Person().Wait(25);
+    EXPECT_EQ(calls, 2);
+    EXPECT_FALSE(TheDesktop().KillTimer({}, 0));
+}
+
+TEST_F(QueueTest, DescriptorIsReadableWheneverSomethingWaits) {
+    Person().Settle();
+    EXPECT_FALSE(IsReadable());
+    m_window.PostMessage(WM_USER);
+    TheDesktop().Settle();
+    EXPECT_TRUE(IsReadable());
+    Person().Settle();
+    EXPECT_FALSE(IsReadable());
+    m_window.Invalidate();
+    TheDesktop().Settle();
+    EXPECT_TRUE(IsReadable());
+    Person().Settle();
+    m_display->MovePointer({51, 51});
+    TheDesktop().Settle();
+    EXPECT_TRUE(IsReadable());
+    Person().Settle();
+    EXPECT_FALSE(IsReadable());
+}
+
+TEST_F(QueueTest, QuitEndsTheLoopAfterWhatWasPosted) {
+    m_window.PostMessage(WM_USER);
+    TheDesktop().PostQuitMessage(7);
+    EXPECT_EQ(TheDesktop().Run(), 7);
+    EXPECT_EQ(m_window.CountOf(WM_USER), 1);
+}
+
+/// Swallows or rewrites what goes to itself and its children.
+class Gate : public ProbeWnd {
+protected:
+    bool PreTranslateMessage(MSG& message) override {
+        if (message.message == WM_LBUTTONDOWN) {
+            message.message = WM_RBUTTONDOWN;
+        }
+        return message.message == WM_LBUTTONUP;
+    }
+};
+
+TEST_F(QueueTest, ParentsSeeRetrievedMessagesOfTheirChildrenFirst) {
+    Gate gate;
+    ProbeWnd child;
+    MakePopup(gate, {200, 0, 300, 100});
+    MakeChild(child, gate, {0, 0, 100, 100});
+    Person().Click({250, 50});
+    EXPECT_EQ(child.CountOf(WM_RBUTTONDOWN), 1);
+    EXPECT_EQ(child.CountOf(WM_LBUTTONDOWN) + child.CountOf(WM_LBUTTONUP), 0);
+}
+
+TEST_F(QueueTest, AWindowThatPostsToItselfForEverLeavesTheLoopToTheHost) {
+    class Endless : public ProbeWnd {
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            if (message == WM_USER) {
+                PostMessage(WM_USER);
+            }
+            return ProbeWnd::WindowProc(message, wParam, lParam);
+        }
+    };
+    Endless endless;
+    MakePopup(endless, {200, 0, 300, 100});
+    endless.PostMessage(WM_USER);
+    TheDesktop().Dispatch();
+    EXPECT_GT(endless.CountOf(WM_USER), 1);
+    EXPECT_TRUE(IsReadable());
+}
+
+}  // namespace veldan
