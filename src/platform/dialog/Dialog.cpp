@@ -31,7 +31,7 @@ bool CDialog::Create(UINT templateId, CWnd* parent) {
     Desktop& desktop = Desktop::Get();
     const HWND owner = parent != nullptr ? parent->GetSafeHwnd() : desktop.DefaultOwner();
     const CRect rect{0, 0, form->size.cx * kAverageWidth / 4, form->size.cy * kLineHeight / 8};
-    if (!CreateEx(0, kDialogClass, form->caption, form->style & ~UINT{WS_VISIBLE}, rect, owner, 0)) {
+    if (!CreateEx(0, kDialogClass, form->caption, form->style & ~WS_VISIBLE, rect, owner, 0)) {
         return false;
     }
     const HWND self = GetSafeHwnd();
