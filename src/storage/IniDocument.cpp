@@ -9,8 +9,8 @@ namespace veldan {
 
 namespace {
 
-/// Nobody has a list of that size. A larger file is some other data in an index's place.
-constexpr std::int64_t kMaxFileSize = 16 * 1024 * 1024;
+/// Far more than the longest list takes, and little enough for any content to fit into memory line by line.
+constexpr std::int64_t kMaxFileSize = 4LL * 1024 * 1024;
 
 bool IsHeader(std::string_view line) {
     return TrimLeft(line).starts_with('[');

@@ -10,7 +10,8 @@ namespace veldan {
 /// A key-value file as the list of its text lines. Every answer is that of a scan from the top: the first section of a
 /// name and, in it, the first line of a key. What isn't changed is written back as it was read.
 ///
-/// Made for one job, on one thread: `Load`, then `Get`, `Set`, or `SetInLines` any number of times and `Save`.
+/// Made for one job, on one thread: `Load` or `Begin`, then `Get`, `Set`, or `SetInLines` any number of times and
+/// `Save`.
 class CIniDocument {
 public:
     CIniDocument() = default;
@@ -20,6 +21,13 @@ public:
 
     /// Names the file and reads it. A missing or unreadable file makes every `Get` answer its default.
     void Load(const CString& path);
+
+    /// Names the file without reading it: the document starts empty, and `Save` replaces whatever stands there.
+    void Begin(const CString& path) {
+        m_strFile = path;
+        m_lines.clear();
+        m_index.reset();
+    }
 
     /// The value of a key, without white space at its ends, or the default. Never touches the disk.
     [[nodiscard]] CString Get(std::string_view section, std::string_view key, std::string_view defaultValue) const;

@@ -160,7 +160,9 @@ TEST(StdioFile, OpensForWritingOnlyWhatMayBeWritten) {
     const CString path = folder.Write("readonly", "x");
     chmod(path.c_str(), 0444);
     folder.Write("folder/a", "");
+    std::filesystem::create_symlink(folder / "elsewhere", folder / "link");
     CStdioFile file;
+    EXPECT_FALSE(file.Open(folder / "link", kAppend));
     for (const UINT flags : {kReplace, kAppend, UINT{CStdioFile::modeReadWrite}}) {
         for (const CString& target : {path, folder / "folder", folder / "no/file", CString("/"), CString()}) {
             EXPECT_FALSE(file.Open(target, flags)) << target << " " << flags;
@@ -169,7 +171,7 @@ TEST(StdioFile, OpensForWritingOnlyWhatMayBeWritten) {
     EXPECT_FALSE(file.Open(folder / "a?b", kAppend));
     EXPECT_FALSE(file.Open(folder / "missing", CStdioFile::modeReadWrite));
     EXPECT_TRUE(file.Open(path, CStdioFile::modeRead));
-    EXPECT_EQ(folder.Names(), (std::set<CString>{"folder", "readonly"}));
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"folder", "link", "readonly"}));
 }
 
 }  // namespace

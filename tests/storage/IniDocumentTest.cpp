@@ -116,6 +116,15 @@ TEST_F(IniDocument, SavesManyChangesWithOneReplacement) {
     EXPECT_EQ(m_folder.Names(), (std::set<CString>{"order.ini"}));
 }
 
+TEST_F(IniDocument, BegunAnewItReplacesWhatStoodThere) {
+    const CString path = m_folder.Write("order.ini", "; old\n[Order]\nNum=5");
+    CIniDocument document;
+    document.Begin(path);
+    document.SetInLines("Order", "Num", "0");
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(m_folder.Read("order.ini"), kMark + "[Order]\r\nNum=0\r\n");
+}
+
 TEST_F(IniDocument, AFailedSaveLeavesTheFileAndAnswersDefaults) {
     const CString path = m_folder.Write("order.ini", "[A]\n0=a");
     CIniDocument document;

@@ -39,7 +39,8 @@ FileHandle OpenResolved(std::string_view path, FileAccess access) {
         return {};
     }
     ForgetListings();
-    return FileHandle::Open(resolved->strPath.c_str(), FlagsOf(access) | O_CREAT, 0666);
+    // A link that leads nowhere isn't followed, or the file would come into being somewhere else.
+    return FileHandle::Open(resolved->strPath.c_str(), FlagsOf(access) | O_CREAT | O_NOFOLLOW, 0666);
 }
 
 std::string_view LastComponent(std::string_view path) {

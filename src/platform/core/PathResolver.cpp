@@ -6,13 +6,15 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <functional>
+#include <memory>
 #include <utility>
 
 #include <dirent.h>
 
 namespace veldan {
 
-/// The names of folders that were listed so far, found by their case-less keys.
+/// The names in the folders that were listed so far.
 class FolderListings {
 public:
     /// The spelling of `name` in a folder; null where no name matches.
@@ -27,7 +29,8 @@ public:
     }
 
 private:
-    using Names = std::unordered_multimap<CString, CString>;
+    /// Names by the hash of their case-less keys, which is enough to have few to compare.
+    using Names = std::unordered_multimap<std::size_t, CString>;
 
     [[nodiscard]] const Names& NamesOf(const CString& folder);
 
@@ -68,6 +71,10 @@ CString Join(const CString& folder, std::string_view name) {
     return path.append(name);
 }
 
+std::size_t HashOf(const CString& key) {
+    return std::hash<CString>()(key);
+}
+
 bool IsFolder(const CString& path) {
     struct stat status = {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -83,20 +90,22 @@ const FolderListings::Names& FolderListings::NamesOf(const CString& folder) {
     const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(folder.c_str()), closedir);
     while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
         const std::string_view name = pEntry->d_name;
-        entry->second.emplace(FoldCase(name), name);
+        entry->second.emplace(HashOf(FoldCase(name)), name);
     }
     return entry->second;
 }
 
 const CString* FolderListings::FindName(const CString& folder, std::string_view name) {
     const CString* pBest = nullptr;
-    const auto [begin, end] = NamesOf(folder).equal_range(FoldCase(name));
+    const CString key = FoldCase(name);
+    const auto [begin, end] = NamesOf(folder).equal_range(HashOf(key));
     for (auto it = begin; it != end; ++it) {
-        if (it->second == name) {
-            return &it->second;
+        const CString& candidate = it->second;
+        if (candidate == name) {
+            return &candidate;
         }
-        if (!pBest || it->second < *pBest) {
-            pBest = &it->second;
+        if (FoldCase(candidate) == key && (!pBest || candidate < *pBest)) {
+            pBest = &candidate;
         }
     }
     return pBest;

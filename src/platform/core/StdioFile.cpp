@@ -9,7 +9,7 @@ namespace veldan {
 namespace {
 
 /// Most files here fit in whole, so that one read serves for all their lines.
-constexpr std::size_t kBufferSize = 16 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{16} * 1024;
 
 }  // namespace
 

@@ -3,8 +3,6 @@
 #include <clocale>
 #include <cwctype>
 
-#include <locale.h>
-
 namespace veldan {
 
 namespace {

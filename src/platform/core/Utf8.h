@@ -20,6 +20,6 @@ void AppendUtf8(CString& text, char32_t character);
 
 /// The key under which names that differ only in case are equal: each character by its own simple mapping to upper
 /// case, independent of the locale; bytes that aren't valid UTF-8 stay as they are.
-[[nodiscard]] CString FoldCase(std::string_view text);
+[[nodiscard]] VELDAN_PLATFORM_API CString FoldCase(std::string_view text);
 
 }  // namespace veldan
