@@ -1,0 +1,127 @@
+#include "X11DisplayTest.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+namespace veldan {
+
+namespace {
+
+class FocusTest : public X11DisplayTest, public testing::WithParamInterface<bool> {
+protected:
+    FocusTest() : X11DisplayTest({.withManager = GetParam()}) {}
+
+    void SetUp() override {
+        X11DisplayTest::SetUp();
+        m_other.emplace(m_server.Name(), CRect{600, 400, 800, 600}, 0x808080, XForeignWindow::Kind::Managed);
+        ASSERT_TRUE(m_hand.WaitForPixel({700, 500}, 0x808080));
+        m_other->TakeFocus();
+        ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+    }
+
+    // Makes a loss of the focus the person's own doing.
+    void PressOutside() {
+        m_hand.ClickAt(kFarAway);
+        ASSERT_TRUE(WaitFor(DisplayEventKind::OutsidePress));
+    }
+
+    std::optional<XForeignWindow> m_other;
+};
+
+INSTANTIATE_TEST_SUITE_P(Managed, FocusTest, testing::Bool());
+
+TEST_P(FocusTest, IsTakenAndGivenBack) {
+    ShowFocusedMenu();
+    EXPECT_EQ(m_hand.Focus(), WindowOf(kMenu));
+    m_display->GiveBackFocus();
+    m_display->Flush();
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+}
+
+TEST_P(FocusTest, IsGivenBackAlsoAfterItsWindowWasHidden) {
+    ShowFocusedMenu();
+    m_display->SetVisible(kMenu, false);
+    m_display->GiveBackFocus();
+    m_display->Flush();
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+}
+
+TEST_P(FocusTest, LossToAForeignWindowIsToldAndLeftAlone) {
+    ShowFocusedMenu();
+    XForeignWindow third(m_server.Name(), {50, 500, 150, 600}, 0x101010);
+    PressOutside();
+    third.TakeFocus();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+    m_display->GiveBackFocus();
+    m_display->Sync();
+    EXPECT_EQ(m_hand.Focus(), third.Id());
+}
+
+TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnce) {
+    ShowMenu();
+    m_display->SetVisible(kMenu, false);
+    m_display->SetVisible(kMenu, true);
+    m_display->TakeFocus(kMenu);
+    m_display->Sync();
+    m_other->TakeFocus();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn) || m_hand.Focus() == WindowOf(kMenu));
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kMenu); }));
+    m_other->TakeFocus();
+    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+    EXPECT_EQ(m_hand.Focus(), m_other->Id());
+}
+
+TEST_P(FocusTest, MovesBetweenOwnWindowsAreNoLoss) {
+    ShowFocusedMenu();
+    Show(8, {300, 120, 500, 280});
+    m_display->TakeFocus(8);
+    m_display->Sync();
+    DisplayEvent event;
+    ASSERT_TRUE(m_display->NextEvent(event));
+    EXPECT_EQ(event.kind, DisplayEventKind::FocusIn);
+    EXPECT_EQ(event.window, 8U);
+    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
+    m_display->GiveBackFocus();
+    m_display->Flush();
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); })) << "not the first own window";
+}
+
+TEST_P(FocusTest, GrabOfTheKeyboardIsNoLoss) {
+    ShowFocusedMenu();
+    m_other->GrabKeyboard();
+    m_other->UngrabKeyboard();
+    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
+}
+
+TEST_P(FocusTest, FrameTakesItAsSoonAsItMay) {
+    m_display->CreateTopLevel(kFrame, {.kind = TopLevelKind::Frame, .title = "host"}, {300, 200, 500, 350});
+    m_display->SetVisible(kFrame, true);
+    m_display->TakeFocus(kFrame);
+    m_display->Flush();
+    const auto focus = WaitFor(DisplayEventKind::FocusIn);
+    ASSERT_TRUE(focus);
+    EXPECT_EQ(focus->window, kFrame);
+}
+
+class ManagedFocusTest : public ManagedX11DisplayTest {};
+
+TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
+    XForeignWindow first(m_server.Name(), {600, 400, 800, 600}, 0x808080, XForeignWindow::Kind::Managed);
+    ASSERT_TRUE(m_hand.WaitForPixel({700, 500}, 0x808080));
+    Show(kFrame, {300, 100, 500, 250}, 0xff336699, TopLevelKind::Frame);
+    ASSERT_TRUE(m_hand.WaitForPixel({400, 200}, 0x336699));
+    m_hand.ClickAt({400, 200});
+    ASSERT_TRUE(WaitFor(DisplayEventKind::ButtonRelease));
+    m_display->TakeFocus(kFrame);
+    m_display->Sync();
+    ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kFrame); }));
+    m_hand.KeyDown(XKB_KEY_Alt_L);
+    m_hand.Key(XKB_KEY_Tab);
+    m_hand.KeyUp(XKB_KEY_Alt_L);
+    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == first.Id(); }));
+}
+
+}  // namespace
+
+}  // namespace veldan

@@ -1,0 +1,235 @@
+#include "X11DisplayTest.h"
+
+#include "platform/core/Keys.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+namespace veldan {
+
+namespace {
+
+class PointerTest : public X11DisplayTest {};
+
+TEST_F(PointerTest, OnlyTheNewestOfSeveralMovesIsTold) {
+    ShowMenu();
+    ASSERT_FALSE(HasCome(DisplayEventKind::PointerMove));
+    for (int x = 101; x < 200; ++x) m_hand.Move({x, 150});
+    m_display->Sync();
+    DisplayEvent event;
+    ASSERT_TRUE(m_display->NextEvent(event));
+    EXPECT_EQ(event.kind, DisplayEventKind::PointerMove);
+    EXPECT_EQ(event.window, kMenu);
+    EXPECT_EQ(event.screen, (CPoint{199, 150}));
+    EXPECT_FALSE(m_display->NextEvent(event));
+}
+
+TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
+    ShowMenu();
+    Show(8, {300, 120, 500, 280});
+    m_hand.Move(kInMenu);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::PointerMove));
+    m_hand.Move({400, 200});
+    const auto move = WaitFor(DisplayEventKind::PointerMove);
+    ASSERT_TRUE(move);
+    EXPECT_EQ(move->window, 8U);
+    m_hand.Move({700, 200});
+    const auto leave = WaitFor(DisplayEventKind::PointerLeave);
+    ASSERT_TRUE(leave);
+    EXPECT_EQ(leave->screen, (CPoint{700, 200}));
+    m_hand.Move({701, 200});
+    EXPECT_FALSE(HasCome(DisplayEventKind::PointerLeave));
+}
+
+TEST_F(PointerTest, WindowShownOrHiddenUnderARestingPointer) {
+    m_hand.Move(kInMenu);
+    ShowMenu();
+    const auto move = WaitFor(DisplayEventKind::PointerMove);
+    ASSERT_TRUE(move);
+    EXPECT_EQ(move->screen, kInMenu);
+    m_display->SetVisible(kMenu, false);
+    EXPECT_TRUE(HasCome(DisplayEventKind::PointerLeave));
+}
+
+TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlags) {
+    ShowMenu();
+    m_hand.Move(kInMenu);
+    m_hand.KeyDown(XKB_KEY_Control_L);
+    m_hand.Press(1);
+    m_hand.Press(3);
+    m_hand.Release(1);
+    const auto left = WaitFor(DisplayEventKind::ButtonPress);
+    const auto right = WaitFor(DisplayEventKind::ButtonPress);
+    const auto release = WaitFor(DisplayEventKind::ButtonRelease);
+    ASSERT_TRUE(left && right && release);
+    EXPECT_EQ(left->window, kMenu);
+    EXPECT_EQ(left->screen, kInMenu);
+    EXPECT_EQ(left->button, 1);
+    EXPECT_EQ(left->flags, MK_LBUTTON | MK_CONTROL);
+    EXPECT_EQ(right->button, 3);
+    EXPECT_EQ(right->flags, MK_LBUTTON | MK_RBUTTON | MK_CONTROL);
+    EXPECT_EQ(release->button, 1);
+    EXPECT_EQ(release->flags, MK_RBUTTON | MK_CONTROL);
+}
+
+TEST_F(PointerTest, WheelStepsAreSigned) {
+    ShowMenu();
+    m_hand.Move(kInMenu);
+    m_hand.Wheel(1);
+    m_hand.Wheel(-1);
+    const auto away = WaitFor(DisplayEventKind::Wheel);
+    const auto towards = WaitFor(DisplayEventKind::Wheel);
+    ASSERT_TRUE(away && towards);
+    EXPECT_EQ(away->delta, 120);
+    EXPECT_EQ(away->screen, kInMenu);
+    EXPECT_EQ(towards->delta, -120);
+    EXPECT_FALSE(HasCome(DisplayEventKind::ButtonPress));
+}
+
+TEST_F(PointerTest, HeldButtonKeepsThePointerUntilTheGrabIsGivenUp) {
+    ShowMenu();
+    m_hand.Move(kInMenu);
+    m_hand.Press();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::ButtonPress));
+    m_hand.Move({600, 600});
+    const auto dragged = WaitFor(DisplayEventKind::PointerMove);
+    ASSERT_TRUE(dragged);
+    EXPECT_EQ(dragged->window, kMenu);
+    EXPECT_EQ(dragged->screen, (CPoint{600, 600}));
+    m_display->ReleaseGrab();
+    m_display->Sync();
+    m_hand.Release();
+    EXPECT_FALSE(HasCome(DisplayEventKind::ButtonRelease));
+}
+
+TEST_F(PointerTest, IsFoundOutsideOfOwnWindowsToo) {
+    m_hand.Move({321, 654});
+    EXPECT_EQ(m_display->QueryPointer(), (CPoint{321, 654}));
+}
+
+TEST_F(PointerTest, PassesThroughToolTips) {
+    ShowMenu();
+    Show(8, {140, 150, 200, 170}, 0xffffffe0, TopLevelKind::ToolTip);
+    m_hand.ClickAt(kInMenu);
+    const auto press = WaitFor(DisplayEventKind::ButtonPress);
+    ASSERT_TRUE(press);
+    EXPECT_EQ(press->window, kMenu);
+}
+
+TEST_F(PointerTest, CursorOfAWindowMayChangeAtAnyTime) {
+    ShowMenu();
+    for (const auto shape : {CursorShape::Hand, CursorShape::Wait, CursorShape::Text, CursorShape::Arrow}) {
+        m_display->SetCursor(kMenu, shape);
+    }
+    m_display->Sync();
+    EXPECT_TRUE(m_display->IsAlive());
+}
+
+class KeysTest : public X11DisplayTest {
+protected:
+    // What one key gives while the menu has the focus.
+    DisplayEvent Typed(std::uint32_t symbol) {
+        m_hand.Key(symbol);
+        while (const auto event = WaitFor(DisplayEventKind::KeyPress)) {
+            if (event->key != VK_SHIFT) return *event;
+        }
+        ADD_FAILURE() << "no key came";
+        return {};
+    }
+};
+
+TEST_F(KeysTest, KeysBringTheirCodeAndTheirText) {
+    ShowFocusedMenu();
+    const struct {
+        std::uint32_t symbol;
+        UINT key;
+        const char* text;
+    } kCases[] = {{XKB_KEY_a, 'A', "a"},
+                  {XKB_KEY_A, 'A', "A"},
+                  {XKB_KEY_7, '7', "7"},
+                  {XKB_KEY_space, VK_SPACE, " "},
+                  {XKB_KEY_Tab, VK_TAB, ""},
+                  {XKB_KEY_Return, VK_RETURN, ""},
+                  {XKB_KEY_Escape, VK_ESCAPE, ""},
+                  {XKB_KEY_Up, VK_UP, ""},
+                  {XKB_KEY_Home, VK_HOME, ""},
+                  {XKB_KEY_Delete, VK_DELETE, ""},
+                  {XKB_KEY_BackSpace, VK_BACK, ""},
+                  {XKB_KEY_F1, VK_F1, ""}};
+    for (const auto& wanted : kCases) {
+        const DisplayEvent event = Typed(wanted.symbol);
+        EXPECT_EQ(event.window, kMenu);
+        EXPECT_EQ(event.key, wanted.key) << wanted.symbol;
+        EXPECT_EQ(event.text, wanted.text) << wanted.symbol;
+    }
+}
+
+TEST_F(KeysTest, ControlTypesNothing) {
+    ShowFocusedMenu();
+    m_hand.KeyDown(XKB_KEY_Control_L);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::KeyPress));
+    const DisplayEvent event = Typed(XKB_KEY_c);
+    EXPECT_EQ(event.key, UINT{'C'});
+    EXPECT_EQ(event.text, "");
+    EXPECT_EQ(event.flags, UINT{MK_CONTROL});
+    m_hand.KeyUp(XKB_KEY_Control_L);
+}
+
+TEST_F(KeysTest, AnotherMapIsTakenOverAndDeadKeysCompose) {
+    setenv("LC_ALL", "en_US.UTF-8", 1);
+    ShowFocusedMenu();
+    EXPECT_EQ(Typed(XKB_KEY_a).text, "a");
+    ASSERT_TRUE(m_server.Run({"setxkbmap", "de"}));
+    EXPECT_EQ(Typed(XKB_KEY_odiaeresis).text, "ö");
+    EXPECT_EQ(Typed(XKB_KEY_dead_acute).text, "");
+    EXPECT_EQ(Typed(XKB_KEY_e).text, "é");
+    EXPECT_EQ(Typed(XKB_KEY_e).text, "e");
+}
+
+class OutsidePressTest : public X11DisplayTest, public testing::WithParamInterface<bool> {
+protected:
+    OutsidePressTest() : X11DisplayTest({.withManager = GetParam()}) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Managed, OutsidePressTest, testing::Bool());
+
+TEST_P(OutsidePressTest, IsToldAndReachesItsTarget) {
+    XForeignWindow other(m_server.Name(), {600, 400, 800, 600}, 0x808080);
+    ShowMenu();
+    m_hand.ClickAt({700, 500});
+    const auto press = WaitFor(DisplayEventKind::OutsidePress);
+    ASSERT_TRUE(press);
+    EXPECT_EQ(press->screen, (CPoint{700, 500}));
+    EXPECT_TRUE(WaitUntil([&] { return other.Presses() == 1; }));
+    m_hand.ClickAt(kFarAway, 3);
+    EXPECT_TRUE(WaitFor(DisplayEventKind::OutsidePress)) << "the root counts, and so does every button";
+}
+
+TEST_P(OutsidePressTest, PressesInOwnWindowsAndWheelStepsAreNone) {
+    ShowMenu();
+    Show(kFrame, {400, 300, 600, 400}, 0xff336699, TopLevelKind::Frame);
+    ASSERT_TRUE(m_hand.WaitForPixel({500, 350}, 0x336699));
+    m_hand.ClickAt(kInMenu);
+    m_hand.ClickAt({500, 350});
+    m_hand.Move(kFarAway);
+    m_hand.Wheel(3);
+    m_hand.ClickAt(kInMenu, 2);
+    DisplayEvent event;
+    bool hasEnded = false;
+    while (!hasEnded && WaitUntil([&] { return m_display->NextEvent(event); })) {
+        EXPECT_NE(event.kind, DisplayEventKind::OutsidePress);
+        hasEnded = event.kind == DisplayEventKind::ButtonRelease && event.button == 2;
+    }
+    EXPECT_TRUE(hasEnded);
+}
+
+TEST_P(OutsidePressTest, IsToldOnlyWhileAWindowIsShown) {
+    ShowMenu();
+    m_display->SetVisible(kMenu, false);
+    m_display->Sync();
+    m_hand.ClickAt(kFarAway);
+    EXPECT_FALSE(HasCome(DisplayEventKind::OutsidePress));
+}
+
+}  // namespace
+
+}  // namespace veldan

@@ -1,0 +1,107 @@
+#include "X11DisplayTest.h"
+
+#include <fcntl.h>
+
+#include <csignal>
+
+namespace veldan {
+
+namespace {
+
+class LossTest : public X11DisplayTest {
+protected:
+    // Every call, on a display whose server is gone.
+    void CallEverything() {
+        Present(kMenu, {500, 500}, 0xff112233);
+        m_display->CreateTopLevel(kFrame, {.kind = TopLevelKind::Frame}, kMenuRect);
+        m_display->SetTitle(kMenu, "title");
+        m_display->SetRect(kMenu, kMenuRect);
+        m_display->SetVisible(kMenu, false);
+        m_display->Restack(kMenu, StackPlace::Top, 0);
+        m_display->TakeFocus(kMenu);
+        m_display->GiveBackFocus();
+        m_display->SetCursor(kMenu, CursorShape::Hand);
+        m_display->ReleaseGrab();
+        m_display->Flush();
+        m_display->Sync();
+        m_display->DestroyTopLevel(kMenu);
+        static_cast<void>(m_display->QueryPointer());
+    }
+};
+
+TEST_F(LossTest, IsToldOnceAndTheDescriptorGoes) {
+    ShowFocusedMenu();
+    m_server.Kill();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::Lost));
+    EXPECT_FALSE(m_display->IsAlive());
+    EXPECT_EQ(m_display->Descriptor(), -1);
+    DisplayEvent event;
+    EXPECT_FALSE(m_display->NextEvent(event));
+    CallEverything();
+    EXPECT_FALSE(m_display->NextEvent(event));
+    EXPECT_EQ(m_display->ScreenRect(), (CRect{0, 0, 1024, 768})) << "the last that was known";
+}
+
+TEST_F(LossTest, CallsAfterAnUnnoticedLossDoNoHarm) {
+    std::signal(SIGPIPE, SIG_DFL);
+    ShowMenu();
+    m_server.Kill();
+    CallEverything();
+    EXPECT_FALSE(m_display->IsAlive());
+    sigset_t pending;
+    sigpending(&pending);
+    EXPECT_FALSE(sigismember(&pending, SIGPIPE));
+    EXPECT_TRUE(WaitFor(DisplayEventKind::Lost));
+}
+
+TEST_F(LossTest, HostsPendingSignalIsKept) {
+    sigset_t pipe;
+    sigemptyset(&pipe);
+    sigaddset(&pipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+    std::raise(SIGPIPE);
+    m_server.Kill();
+    CallEverything();
+    sigset_t pending;
+    sigpending(&pending);
+    EXPECT_TRUE(sigismember(&pending, SIGPIPE));
+    const timespec atOnce{};
+    sigtimedwait(&pipe, nullptr, &atOnce);
+}
+
+class ConnectionTest : public X11DisplayTest {};
+
+TEST_F(ConnectionTest, IsClosedInProgramsThatTheHostStarts) {
+    EXPECT_NE(fcntl(m_display->Descriptor(), F_GETFD) & FD_CLOEXEC, 0);
+}
+
+TEST_F(ConnectionTest, EndsWithTheDisplayAndItsWindows) {
+    const int unused = dup(m_display->Descriptor());
+    close(unused);
+    for (int round = 0; round < 20; ++round) {
+        m_display = CreateX11Display(m_server.Name().c_str());
+        ASSERT_NE(m_display, nullptr);
+        ShowFocusedMenu();
+        m_display.reset();
+        ASSERT_TRUE(WaitUntil([&] { return WindowOf(kMenu) == 0; }));
+    }
+    m_display = CreateX11Display(m_server.Name().c_str());
+    const int next = dup(m_display->Descriptor());
+    EXPECT_EQ(next, unused) << "no descriptor is left behind";
+    close(next);
+}
+
+TEST(ConnectionWithoutServerTest, GivesNoDisplayAndPrintsNothing) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(CreateX11Display(":4711"), nullptr);
+    EXPECT_EQ(CreateX11Display("no display name"), nullptr);
+    EXPECT_EQ(CreateX11Display("127.0.0.1:4711"), nullptr);
+    unsetenv("DISPLAY");
+    EXPECT_EQ(CreateX11Display(nullptr), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+
+}  // namespace veldan

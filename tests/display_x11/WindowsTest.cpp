@@ -1,0 +1,225 @@
+#include "X11DisplayTest.h"
+
+namespace veldan {
+
+namespace {
+
+struct ServerKind {
+    const char* name;
+    XServerOptions options;
+    bool overTcp = false;
+};
+
+// What windows and pixels do must not depend on what else the server can do.
+class WindowsTest : public X11DisplayTest, public testing::WithParamInterface<ServerKind> {
+protected:
+    WindowsTest() : X11DisplayTest(GetParam().options) {}
+
+    void SetUp() override {
+        X11DisplayTest::SetUp();
+        if (GetParam().overTcp) m_display = CreateX11Display(m_server.TcpName().c_str());
+        ASSERT_NE(m_display, nullptr);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(OnServer, WindowsTest,
+                         testing::Values(ServerKind{"Bare", {}}, ServerKind{"Managed", {.withManager = true}},
+                                         ServerKind{"WithoutSharedMemory", {.arguments = {"-extension", "MIT-SHM"}}},
+                                         ServerKind{"WithoutAlpha", {.arguments = {"-extension", "COMPOSITE"}}},
+                                         ServerKind{"WithoutRender", {.arguments = {"-extension", "RENDER"}}},
+                                         ServerKind{"OverTcp", {.overTcp = true}, true}),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(WindowsTest, PopupStandsExactlyWhereItIsToldWithItsPixels) {
+    m_display->CreateTopLevel(kMenu, {.title = "veldan menu"}, kMenuRect);
+    Surface pixels(kMenuRect.Width(), kMenuRect.Height());
+    for (int y = 0; y < pixels.Height(); ++y) {
+        for (int x = 0; x < pixels.Width(); ++x) pixels.Row(y)[x] = 0xff000000U | static_cast<unsigned>(x << 8 | y);
+    }
+    m_display->Present(kMenu, pixels, Region(pixels.Bounds()));
+    m_display->SetVisible(kMenu, true);
+    m_display->Flush();
+    ASSERT_TRUE(m_hand.WaitForPixel({299, 279}, 199 << 8 | 159));
+    const XPicture picture = m_hand.Capture(kMenuRect);
+    for (const CPoint point : {CPoint{0, 0}, CPoint{199, 0}, CPoint{0, 159}, CPoint{77, 88}}) {
+        EXPECT_EQ(picture.At(point.x, point.y), static_cast<unsigned>(point.x << 8 | point.y));
+    }
+    EXPECT_EQ(m_hand.PixelAt({99, 120}), m_hand.PixelAt({99, 400})) << "nothing stands beside the window";
+    EXPECT_EQ(m_hand.RectOf(m_hand.FindWindow("veldan menu")), kMenuRect);
+}
+
+TEST_P(WindowsTest, UncoveredWindowShowsItsPixelsWithoutBeingPresentedAgain) {
+    ShowMenu();
+    {
+        const XForeignWindow cover(m_server.Name(), kMenuRect, 0xff00ff);
+        ASSERT_TRUE(m_hand.WaitForPixel(kInMenu, 0xff00ff));
+    }
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060));
+}
+
+TEST_P(WindowsTest, MoreIsPresentedInARowThanSharedMemoryHolds) {
+    const CRect wide{0, 0, 1000, 700};
+    Show(kMenu, wide);
+    for (unsigned step = 1; step <= 20; ++step) Present(kMenu, wide.Size(), 0xff000000U | step);
+    m_display->Flush();
+    for (const CPoint corner : {CPoint{0, 0}, CPoint{999, 0}, CPoint{500, 350}, CPoint{999, 699}}) {
+        EXPECT_TRUE(m_hand.WaitForPixel(corner, 20)) << corner.x << ", " << corner.y;
+    }
+}
+
+class PixelsTest : public X11DisplayTest {};
+
+TEST_F(PixelsTest, OnlyTheDirtyPartIsTakenOver) {
+    ShowMenu();
+    Surface pixels(kMenuRect.Width(), kMenuRect.Height());
+    std::fill_n(pixels.Row(0), 200 * 160, 0xff00ff00);
+    Region dirty(CRect{10, 10, 20, 20});
+    dirty.Add(CRect{190, 150, 400, 400});
+    m_display->Present(kMenu, pixels, dirty);
+    m_display->Flush();
+    ASSERT_TRUE(m_hand.WaitForPixel({299, 279}, 0x00ff00));
+    EXPECT_EQ(m_hand.PixelAt({110, 130}), 0x00ff00U);
+    EXPECT_EQ(m_hand.PixelAt({120, 130}), 0x204060U);
+    EXPECT_EQ(m_hand.PixelAt({289, 279}), 0x204060U);
+}
+
+TEST_F(PixelsTest, PresentingWaitsForNothing) {
+    ShowMenu();
+    const std::uint64_t before = m_display->RoundTrips();
+    for (unsigned step = 0; step < 100; ++step) {
+        Present(kMenu, kMenuRect.Size(), 0xff000000U | step);
+        m_display->Flush();
+    }
+    EXPECT_EQ(m_display->RoundTrips(), before);
+}
+
+TEST_F(PixelsTest, TransparencyOfPixelsIsNotShown) {
+    Show(kMenu, kMenuRect, 0x00123456);
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x123456));
+}
+
+TEST_F(PixelsTest, ResizedWindowShowsTheNewPixels) {
+    ShowMenu();
+    m_display->SetRect(kMenu, {50, 60, 550, 660});
+    Present(kMenu, {500, 600}, 0xffabcdef);
+    m_display->Flush();
+    EXPECT_TRUE(m_hand.WaitForPixel({549, 659}, 0xabcdef));
+    EXPECT_EQ(m_hand.PixelAt({50, 60}), 0xabcdefU);
+}
+
+TEST_F(PixelsTest, WindowNeverPresentedAndEmptyOnesDoNoHarm) {
+    m_display->CreateTopLevel(kMenu, {}, {10, 10, 10, 10});
+    m_display->Present(kMenu, Surface(0, 0), Region(CRect{0, 0, 5, 5}));
+    m_display->SetVisible(kMenu, true);
+    m_display->SetRect(kMenu, {10, 10, 5, 5});
+    m_display->Present(99, Surface(5, 5), Region(CRect{0, 0, 5, 5}));
+    m_display->Sync();
+    EXPECT_TRUE(m_display->IsAlive());
+}
+
+class StackingTest : public X11DisplayTest {};
+
+TEST_F(StackingTest, WindowsAreStackedAsTold) {
+    const TopLevelId kOther = 8;
+    ShowMenu();
+    Show(kOther, kMenuRect, 0xff00ff00);
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x00ff00)) << "the newer one is above";
+    m_display->Restack(kMenu, StackPlace::Top, 0);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060));
+    m_display->Restack(kMenu, StackPlace::Below, kOther);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x00ff00));
+    m_display->Restack(kOther, StackPlace::Bottom, 0);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060));
+}
+
+TEST_F(StackingTest, HiddenAndDestroyedWindowsAreGone) {
+    const std::uint32_t empty = m_hand.PixelAt(kInMenu);
+    ShowMenu();
+    m_display->SetVisible(kMenu, false);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, empty));
+    m_display->SetVisible(kMenu, true);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060)) << "shown again with the pixels that it had";
+    m_display->DestroyTopLevel(kMenu);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, empty));
+}
+
+TEST_F(StackingTest, ManagersAndToolsFindWhatTheyLookFor) {
+    Show(kFrame, {400, 300, 600, 400}, 0xff000000, TopLevelKind::Frame);
+    m_display->CreateTopLevel(kMenu, {.title = "veldan menu", .owner = kFrame}, kMenuRect);
+    m_display->SetVisible(kMenu, true);
+    m_display->Sync();
+    const xcb_window_t menu = m_hand.FindWindow("veldan menu");
+    EXPECT_EQ(m_hand.PropertyOf(menu, "WM_CLASS"), std::string("veldan\0veldan\0", 14));
+    EXPECT_EQ(m_hand.PropertyOf(menu, "_NET_WM_NAME"), "veldan menu");
+    const xcb_window_t frame = WindowOf(kFrame);
+    EXPECT_EQ(m_hand.PropertyOf(menu, "WM_TRANSIENT_FOR"),
+              std::string(reinterpret_cast<const char*>(&frame), sizeof frame));
+    m_display->SetTitle(kMenu, "größer");
+    m_display->Sync();
+    EXPECT_EQ(m_hand.PropertyOf(menu, "_NET_WM_NAME"), "größer");
+}
+
+class FrameTest : public ManagedX11DisplayTest {
+protected:
+    // A frame in the manager's hands.
+    void ShowFrame() {
+        Show(kFrame, {400, 300, 600, 400}, 0xff336699, TopLevelKind::Frame);
+        ASSERT_TRUE(m_hand.WaitForPixel({500, 350}, 0x336699));
+        EXPECT_EQ(m_hand.RectOf(WindowOf(kFrame)), (CRect{400, 300, 600, 400}));
+    }
+};
+
+TEST_F(FrameTest, MovesByTheManagerAreTold) {
+    ShowFrame();
+    m_hand.AskToMove(WindowOf(kFrame), {120, 90});
+    const auto moved = WaitFor(DisplayEventKind::Moved);
+    ASSERT_TRUE(moved);
+    EXPECT_EQ(moved->window, kFrame);
+    EXPECT_EQ(moved->rect, m_hand.RectOf(WindowOf(kFrame)));
+    m_display->SetRect(kFrame, {200, 200, 500, 450});
+    m_display->Flush();
+    ASSERT_TRUE(WaitUntil([&] { return m_hand.RectOf(WindowOf(kFrame)) == CRect{200, 200, 500, 450}; }));
+    EXPECT_FALSE(HasCome(DisplayEventKind::Moved)) << "a place that it was told to take is no news";
+}
+
+TEST_F(FrameTest, ClosingIsAskedFor) {
+    ShowFrame();
+    m_hand.AskToClose(WindowOf(kFrame));
+    const auto close = WaitFor(DisplayEventKind::CloseRequest);
+    ASSERT_TRUE(close);
+    EXPECT_EQ(close->window, kFrame);
+    EXPECT_NE(WindowOf(kFrame), 0U) << "whether it closes is decided elsewhere";
+}
+
+TEST_F(FrameTest, HidesAndComesBack) {
+    ShowFrame();
+    m_display->SetVisible(kFrame, false);
+    m_display->Sync();
+    ASSERT_TRUE(WaitUntil([&] { return WindowOf(kFrame) == 0; }));
+    m_display->SetVisible(kFrame, true);
+    m_display->Sync();
+    EXPECT_TRUE(WaitUntil([&] { return WindowOf(kFrame) != 0; }));
+}
+
+class ScreenTest : public X11DisplayTest {};
+
+TEST_F(ScreenTest, SizeOfTheScreenFollowsTheServer) {
+    EXPECT_EQ(m_display->ScreenRect(), (CRect{0, 0, 1024, 768}));
+    m_hand.ResizeScreen({800, 600});
+    DisplayEvent event;
+    EXPECT_TRUE(WaitUntil([&] {
+        while (m_display->NextEvent(event)) {
+        }
+        return m_display->ScreenRect() == CRect{0, 0, 800, 600};
+    }));
+}
+
+}  // namespace
+
+}  // namespace veldan

@@ -1,0 +1,278 @@
+#include "x11/XHand.h"
+
+#include "x11/Wait.h"
+
+#include <xcb/randr.h>
+#include <xcb/xcb_icccm.h>
+#include <xcb/xtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace veldan {
+
+namespace {
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+// The answer to a request, null where it was refused.
+template <auto Reply, class Cookie>
+auto Ask(xcb_connection_t* connection, Cookie cookie) {
+    auto* reply = Reply(connection, cookie, nullptr);
+    return std::unique_ptr<std::remove_pointer_t<decltype(reply)>, Free>(reply);
+}
+
+constexpr std::uint32_t kColourBits = 0xffffff;
+constexpr std::uint32_t kPropertyWords = 1024;
+
+}  // namespace
+
+XHand::XHand(const std::string& display) : m_connection(xcb_connect(display.c_str(), nullptr)) {
+    if (xcb_connection_has_error(m_connection) != 0) return;
+    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+}
+
+XHand::~XHand() {
+    xcb_disconnect(m_connection);
+}
+
+void XHand::Fake(std::uint8_t type, std::uint8_t detail, CPoint screen) {
+    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_root, static_cast<std::int16_t>(screen.x),
+                        static_cast<std::int16_t>(screen.y), 0);
+    Sync();
+}
+
+void XHand::Move(CPoint screen) {
+    Fake(XCB_MOTION_NOTIFY, 0, screen);
+}
+
+void XHand::Press(int button) {
+    Fake(XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button));
+}
+
+void XHand::Release(int button) {
+    Fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button));
+}
+
+void XHand::Click(int button) {
+    Press(button);
+    Release(button);
+}
+
+void XHand::ClickAt(CPoint screen, int button) {
+    Move(screen);
+    Click(button);
+}
+
+void XHand::Wheel(int steps) {
+    for (int step = 0; step < std::abs(steps); ++step) Click(steps > 0 ? 4 : 5);
+}
+
+XHand::KeyPlace XHand::Find(std::uint32_t symbol) const {
+    const xcb_setup_t* setup = xcb_get_setup(m_connection);
+    const int count = setup->max_keycode - setup->min_keycode + 1;
+    const auto map = Ask<&xcb_get_keyboard_mapping_reply>(
+        m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, static_cast<std::uint8_t>(count)));
+    if (!map) return {};
+    const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
+    for (int shift = 0; shift < 2; ++shift) {
+        for (int key = 0; key < count; ++key) {
+            if (symbols[key * map->keysyms_per_keycode + shift] == symbol) {
+                return {static_cast<xcb_keycode_t>(setup->min_keycode + key), shift == 1};
+            }
+        }
+    }
+    return {};
+}
+
+void XHand::KeyDown(std::uint32_t symbol) {
+    if (const KeyPlace key = Find(symbol); key.code != 0) Fake(XCB_KEY_PRESS, key.code);
+}
+
+void XHand::KeyUp(std::uint32_t symbol) {
+    if (const KeyPlace key = Find(symbol); key.code != 0) Fake(XCB_KEY_RELEASE, key.code);
+}
+
+void XHand::Key(std::uint32_t symbol) {
+    const bool withShift = Find(symbol).withShift;
+    if (withShift) KeyDown(XKB_KEY_Shift_L);
+    KeyDown(symbol);
+    KeyUp(symbol);
+    if (withShift) KeyUp(XKB_KEY_Shift_L);
+}
+
+void XHand::Type(std::string_view text) {
+    for (const char character : text) Key(static_cast<unsigned char>(character));
+}
+
+XPicture XHand::Capture(const CRect& screen) const {
+    XPicture picture{screen.Size(), {}};
+    const auto image = Ask<&xcb_get_image_reply>(
+        m_connection,
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, static_cast<std::int16_t>(screen.left),
+                      static_cast<std::int16_t>(screen.top), static_cast<std::uint16_t>(screen.Width()),
+                      static_cast<std::uint16_t>(screen.Height()), ~0U));
+    picture.pixels.resize(static_cast<std::size_t>(screen.Width()) * static_cast<std::size_t>(screen.Height()));
+    if (!image) return picture;
+    const auto* data = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get()));
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) picture.pixels[i] = data[i] & kColourBits;
+    return picture;
+}
+
+std::uint32_t XHand::PixelAt(CPoint screen) const {
+    return Capture(CRect::FromSize(screen, {1, 1})).At(0, 0);
+}
+
+bool XHand::WaitForPixel(CPoint screen, std::uint32_t colour) const {
+    return WaitUntil([&] { return PixelAt(screen) == colour; });
+}
+
+CPoint XHand::Pointer() const {
+    const auto reply = Ask<&xcb_query_pointer_reply>(m_connection, xcb_query_pointer(m_connection, m_root));
+    return reply ? CPoint{reply->root_x, reply->root_y} : CPoint{};
+}
+
+xcb_window_t XHand::Focus() const {
+    const auto reply = Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
+    return reply ? reply->focus : 0;
+}
+
+xcb_atom_t XHand::Atom(std::string_view name) const {
+    const auto reply = Ask<&xcb_intern_atom_reply>(
+        m_connection, xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::string XHand::PropertyOf(xcb_window_t window, std::string_view name) const {
+    const auto reply = Ask<&xcb_get_property_reply>(
+        m_connection, xcb_get_property(m_connection, 0, window, Atom(name), XCB_ATOM_ANY, 0, kPropertyWords));
+    if (!reply) return {};
+    const auto* value = static_cast<const char*>(xcb_get_property_value(reply.get()));
+    return {value, value + xcb_get_property_value_length(reply.get())};
+}
+
+xcb_window_t XHand::FindWindow(std::string_view title) const {
+    return FindBelow(m_root, title);
+}
+
+xcb_window_t XHand::FindBelow(xcb_window_t parent, std::string_view title) const {
+    const auto tree = Ask<&xcb_query_tree_reply>(m_connection, xcb_query_tree(m_connection, parent));
+    if (!tree) return 0;
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const auto state =
+            Ask<&xcb_get_window_attributes_reply>(m_connection, xcb_get_window_attributes(m_connection, children[i]));
+        const bool isSeen = state && state->map_state == XCB_MAP_STATE_VIEWABLE;
+        if (isSeen && PropertyOf(children[i], "WM_NAME") == title) return children[i];
+        if (const xcb_window_t found = FindBelow(children[i], title)) return found;
+    }
+    return 0;
+}
+
+CRect XHand::RectOf(xcb_window_t window) const {
+    const auto size = Ask<&xcb_get_geometry_reply>(m_connection, xcb_get_geometry(m_connection, window));
+    const auto place = Ask<&xcb_translate_coordinates_reply>(
+        m_connection, xcb_translate_coordinates(m_connection, window, m_root, 0, 0));
+    return size && place ? CRect::FromSize({place->dst_x, place->dst_y}, {size->width, size->height}) : CRect{};
+}
+
+void XHand::AskToMove(xcb_window_t window, CPoint screen) {
+    const std::uint32_t place[] = {static_cast<std::uint32_t>(screen.x), static_cast<std::uint32_t>(screen.y)};
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
+    Sync();
+}
+
+void XHand::AskToClose(xcb_window_t window) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = Atom("_NET_CLOSE_WINDOW");
+    xcb_send_event(m_connection, 0, m_root, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    Sync();
+}
+
+void XHand::ResizeScreen(CSize size) {
+    const auto resources = Ask<&xcb_randr_get_screen_resources_current_reply>(
+        m_connection, xcb_randr_get_screen_resources_current(m_connection, m_root));
+    if (!resources) return;
+    // Monitors that show more than the screen holds would keep it from shrinking.
+    const xcb_randr_crtc_t* monitors = xcb_randr_get_screen_resources_current_crtcs(resources.get());
+    for (int i = 0; i < resources->num_crtcs; ++i) {
+        Ask<&xcb_randr_set_crtc_config_reply>(
+            m_connection,
+            xcb_randr_set_crtc_config(m_connection, monitors[i], XCB_CURRENT_TIME, resources->config_timestamp, 0, 0,
+                                      XCB_NONE, XCB_RANDR_ROTATION_ROTATE_0, 0, nullptr));
+    }
+    xcb_randr_set_screen_size(m_connection, m_root, static_cast<std::uint16_t>(size.cx),
+                              static_cast<std::uint16_t>(size.cy), 200, 150);
+    Sync();
+}
+
+void XHand::Sync() const {
+    Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
+}
+
+XForeignWindow::XForeignWindow(const std::string& display, const CRect& rect, std::uint32_t colour, Kind kind)
+    : m_connection(xcb_connect(display.c_str(), nullptr)) {
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+    m_root = screen->root;
+    m_window = xcb_generate_id(m_connection);
+    const std::uint32_t values[] = {colour, kind == Kind::Bare ? 1U : 0U, XCB_EVENT_MASK_BUTTON_PRESS};
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, screen->root, static_cast<std::int16_t>(rect.left),
+                      static_cast<std::int16_t>(rect.top), static_cast<std::uint16_t>(rect.Width()),
+                      static_cast<std::uint16_t>(rect.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    // A manager chooses the place of a window that doesn't say that its own is meant.
+    xcb_size_hints_t hints{};
+    xcb_icccm_size_hints_set_position(&hints, 1, rect.left, rect.top);
+    xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
+    xcb_icccm_set_wm_normal_hints(m_connection, m_window, &hints);
+    Show();
+}
+
+XForeignWindow::~XForeignWindow() {
+    xcb_disconnect(m_connection);
+}
+
+void XForeignWindow::Sync() const {
+    Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
+}
+
+void XForeignWindow::Show() {
+    xcb_map_window(m_connection, m_window);
+    Sync();
+}
+
+void XForeignWindow::TakeFocus() {
+    xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, m_window, XCB_CURRENT_TIME);
+    Sync();
+}
+
+bool XForeignWindow::IsDecorated() const {
+    const auto tree = Ask<&xcb_query_tree_reply>(m_connection, xcb_query_tree(m_connection, m_window));
+    return tree && tree->parent != m_root;
+}
+
+void XForeignWindow::GrabKeyboard() {
+    Ask<&xcb_grab_keyboard_reply>(m_connection, xcb_grab_keyboard(m_connection, 0, m_window, XCB_CURRENT_TIME,
+                                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+}
+
+void XForeignWindow::UngrabKeyboard() {
+    xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+    Sync();
+}
+
+int XForeignWindow::Presses() {
+    while (const auto event = std::unique_ptr<xcb_generic_event_t, Free>(xcb_poll_for_event(m_connection))) {
+        if ((event->response_type & 0x7f) == XCB_BUTTON_PRESS) ++m_presses;
+    }
+    return m_presses;
+}
+
+}  // namespace veldan
