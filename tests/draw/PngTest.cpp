@@ -99,7 +99,7 @@ TEST(Png, RefusesDataThatEndEarly) {
 TEST(Png, DecodesEveryKindToThePixelsOfTheScreen) {
     for (const auto& [bitDepth, colourType, rowSize] : {std::tuple{1, 0, 2}, {16, 0, 9}, {8, 2, 13}, {8, 4, 9}}) {
         const auto picture = DecodePng(MakeFile(4, 2, static_cast<char>(bitDepth), static_cast<char>(colourType),
-                                                static_cast<std::size_t>(2 * rowSize)));
+                                                2 * static_cast<std::size_t>(rowSize)));
         ASSERT_TRUE(picture) << bitDepth << ' ' << colourType;
         EXPECT_EQ(picture->At(3, 1), colourType == 4 ? 0 : 0xff000000);
     }

@@ -60,7 +60,8 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
         hb_font_extents_t extents;
         int scale = 0;
         hb_font_get_scale(pango_font_get_hb_font(font), &scale, nullptr);
-        if (scale != 0 && hb_font_get_h_extents(pango_font_get_hb_font(font), &extents)) {
+        if (scale > 0 && hb_font_get_h_extents(pango_font_get_hb_font(font), &extents) &&
+            extents.ascender > extents.descender) {
             result = {static_cast<double>(extents.ascender) / scale, -static_cast<double>(extents.descender) / scale};
         }
         g_object_unref(font);

@@ -2,6 +2,7 @@
 
 #include "platform/core/Geometry.h"
 
+#include <climits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -55,7 +56,7 @@ private:
     int m_ascent = 0;
     int m_descent = 0;
     std::string m_text;
-    int m_width = 0;
+    int m_width = INT_MIN;
     std::vector<TextLine> m_lines;
 };
 
