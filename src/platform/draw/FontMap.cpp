@@ -31,6 +31,9 @@ private:
 using ConfigPtr = std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)>;
 using StringPtr = std::unique_ptr<FcChar8, decltype(&FcStrFree)>;
 
+constexpr const char* kUsualConfig =
+    "<fontconfig><dir>/usr/share/fonts</dir><cachedir>/var/cache/fontconfig</cachedir></fontconfig>";
+
 const FcChar8* AsFcString(const char* text) {
     return reinterpret_cast<const FcChar8*>(text);
 }
@@ -45,8 +48,7 @@ ConfigPtr LoadOwnConfig() {
     } else if (StringPtr(FcConfigGetFilename(config.get(), nullptr), &FcStrFree)) {
         return {nullptr, &FcConfigDestroy};
     } else {
-        const auto* usual = AsFcString("<fontconfig><dir>/usr/share/fonts</dir></fontconfig>");
-        FcConfigParseAndLoadFromMemory(config.get(), usual, FcFalse);
+        FcConfigParseAndLoadFromMemory(config.get(), AsFcString(kUsualConfig), FcFalse);
     }
     FcConfigBuildFonts(config.get());
     return config;
