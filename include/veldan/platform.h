@@ -1,0 +1,33 @@
+#pragma once
+
+/// The window and drawing layer, for hosts that make their windows with it. A host with a main loop of its own watches
+/// `veldan::Desktop::Get().Descriptor()` for reading and calls `Dispatch()` then; else `Run()` is the loop.
+
+#include "platform/core/Clock.h"
+#include "platform/core/File.h"
+#include "platform/core/Geometry.h"
+#include "platform/core/Keys.h"
+#include "platform/core/Path.h"
+#include "platform/core/Text.h"
+#include "platform/core/Types.h"
+#include "platform/dialog/Dialog.h"
+#include "platform/display/Display.h"
+#include "platform/draw/Bitmap.h"
+#include "platform/draw/Brush.h"
+#include "platform/draw/DC.h"
+#include "platform/draw/Font.h"
+#include "platform/draw/Graphics.h"
+#include "platform/draw/Image.h"
+#include "platform/draw/Pen.h"
+#include "platform/draw/Png.h"
+#include "platform/draw/Region.h"
+#include "platform/draw/Surface.h"
+#include "platform/resource/Resource.h"
+#include "platform/widgets/Button.h"
+#include "platform/widgets/ToolTip.h"
+#include "platform/window/ClientDC.h"
+#include "platform/window/Desktop.h"
+#include "platform/window/MessageMap.h"
+#include "platform/window/Messages.h"
+#include "platform/window/Styles.h"
+#include "platform/window/Wnd.h"

@@ -1,0 +1,133 @@
+#include "menu/DlgCustomMenu.h"
+
+#include "platform/core/Path.h"
+#include "platform/window/Desktop.h"
+#include "resources/Dialogs.h"
+
+#include <utility>
+
+namespace veldan {
+
+CDlgCustomMenu* g_pMenuDialog = nullptr;
+CDlgCustomMenu* g_pCurrentMenu = nullptr;
+int g_iRightClickID = 0;
+
+namespace {
+
+constexpr COLORREF kBackground = 0x17326f;
+constexpr COLORREF kFrame = 0;
+constexpr int kSeparator = 153;
+
+}  // namespace
+
+CDlgCustomMenu::CDlgCustomMenu() {
+    g_pCurrentMenu = this;
+}
+
+CDlgCustomMenu::~CDlgCustomMenu() {
+    FreeAllItems();
+    m_pScrollUp.reset();
+    m_pScrollDown.reset();
+    m_pAddButton.reset();
+    if (g_pCurrentMenu == this) {
+        g_pCurrentMenu = nullptr;
+    }
+}
+
+const MessageMap& CDlgCustomMenu::GetMessageMap() const {
+    static constexpr MessageMapEntry kEntries[] = {
+        On<WM_ERASEBKGND, &CDlgCustomMenu::OnEraseBkgnd>(),
+        On<WM_MOUSEWHEEL, &CDlgCustomMenu::OnMouseWheel>(),
+        OnMessage<kMsgGroupHover, &CDlgCustomMenu::OnSmallMenuButtonItemChange>(),
+        OnMessage<kMsgItemHover, &CDlgCustomMenu::OnItemHover>(),
+        OnMessage<kMsgItemClick, &CDlgCustomMenu::OnItemClick>(),
+        veldan::OnCommand<kScrollUpID, &CDlgCustomMenu::OnScrollUp>(),
+        veldan::OnCommand<kScrollDownID, &CDlgCustomMenu::OnScrollDown>(),
+    };
+    static const MessageMap kMap{&CDialog::ClassMessageMap(), kEntries};
+    return kMap;
+}
+
+void CDlgCustomMenu::SetHost(HWND hHostWnd, UINT uMsg) {
+    m_hHostWnd = hHostWnd;
+    m_uHostMsg = uMsg;
+}
+
+void CDlgCustomMenu::SetBasePath(const char* pszPath) {
+    m_strPath = TextOrEmpty(pszPath);
+}
+
+void CDlgCustomMenu::GetBasePath(CString& strPath) {
+    if (m_strPath.empty()) {
+        m_strPath = GetExeFolder();
+    }
+    strPath = m_strPath;
+}
+
+BOOL CDlgCustomMenu::OnInitDialog() {
+    CDialog::OnInitDialog();
+    m_iNextLevel2ID = kFirstItemID;
+    LoadLevel1();
+    CreateScrollButtons();
+    CreateAddButton();
+    return TRUE;
+}
+
+CWnd* CDlgCustomMenu::GetFirstFocus() {
+    // Groups are numbered without gaps.
+    const MenuItem* pGroup = FindLevel1Item(kFirstGroupID);
+    return pGroup ? static_cast<CWnd*>(pGroup->m_pButton.get()) : m_pScrollUp.get();
+}
+
+BOOL CDlgCustomMenu::OnEraseBkgnd(CDC* pDC) {
+    const CRect client = GetClientRect();
+    pDC->FrameRect(client, CBrush(kFrame));
+    pDC->FillSolidRect(client.Inflate(-1, -1), kBackground);
+    pDC->MoveTo(kSeparator, 0);
+    pDC->LineTo(kSeparator, client.bottom - 1);
+    return TRUE;
+}
+
+/// The host hears of the pick while the menu is still shown and the recent profiles are as they were.
+LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
+    const int itemID = static_cast<int>(id);
+    const MenuItem* pItem = FindLevel2Item(itemID);
+    const MenuItem* pGroup = FindParentItem(itemID);
+    if (!pItem || !pGroup) {
+        return 1;
+    }
+    CString strBase;
+    GetBasePath(strBase);
+    const CString strPath = ToHostPath(
+        Format("%s\\Profiles\\%s\\%s", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
+    const HWND self = GetSafeHwnd();
+    if (m_hHostWnd) {
+        Desktop::Get().SendMessage(m_hHostWnd, m_uHostMsg, 0, reinterpret_cast<LPARAM>(strPath.c_str()));
+        // The host may have destroyed the menu, or made another one in its place.
+        if (FromHandle(self) != this) {
+            return 1;
+        }
+    }
+    AddRecent(itemID);
+    ShowWindow(SW_HIDE);
+    return 1;
+}
+
+CString GetExeFolder() {
+    Desktop& desktop = Desktop::Get();
+    desktop.SetCursor(CursorShape::Wait);
+    const CString strPath = ExecutablePath();
+    desktop.SetCursor(CursorShape::Arrow);
+    return strPath.substr(0, strPath.rfind('\\'));
+}
+
+CString FileNameOfPath(const CString& path) {
+    const std::size_t separator = path.find_last_of("\\/");
+    return separator == CString::npos || separator == 0 ? path : path.substr(separator + 1);
+}
+
+void OnItemRightClick(const MenuButtonClickInfo* pInfo) {
+    g_iRightClickID = pInfo->nId;
+}
+
+}  // namespace veldan

@@ -1,0 +1,271 @@
+#include "menu/DlgCustomMenu.h"
+#include "platform/core/File.h"
+#include "platform/core/FolderSnapshot.h"
+#include "platform/core/Path.h"
+#include "platform/core/StdioFile.h"
+#include "storage/IniDocument.h"
+#include "storage/Log.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace veldan {
+namespace {
+
+constexpr const char* kLogSource = "DlgCustomMenu";
+constexpr std::string_view kSection = "Order";
+
+/// Names stand at the top of a profile; what is larger than any profile isn't read through.
+constexpr std::int64_t kMostProfileBytes = 256LL * 1024;
+
+/// How many groups make the window as high as the full number of rows asks for.
+constexpr int kGroupsOfFullMenu = 20;
+
+CString KeyOf(int id) {
+    return Format("%d", id);
+}
+
+MenuItem* Find(const MenuItemMap& items, int id) {
+    const auto found = items.find(KeyOf(id));
+    return found == items.end() ? nullptr : found->second.get();
+}
+
+int CountIn(const CIniDocument& index, int most) {
+    return std::clamp(Atoi(index.Get(kSection, "Num", "")), 0, std::max(most, 0));
+}
+
+/// A name that leads out of its folder reads as one of a missing file. The empty one is the folder itself.
+bool StaysInFolder(const CString& strName) {
+    return strName.empty() || IsPlainFileName(strName);
+}
+
+void LoadIcon(CGPMenuButton& button, const CString& path) {
+    if (PathExists(path, false)) {
+        button.LoadImageFile(path, "PNG");
+    }
+}
+
+/// The value of an element that fills its line, if it is this one.
+bool TakeValue(std::string_view line, std::string_view start, CString& strValue) {
+    constexpr std::size_t kEndLength = 3;  // of the closing "/>
+    if (!line.starts_with(start)) {
+        return false;
+    }
+    line.remove_prefix(start.size());
+    strValue = line.substr(0, line.size() - std::min(line.size(), kEndLength));
+    return true;
+}
+
+}  // namespace
+
+BOOL CDlgCustomMenu::ReloadCatalogue() {
+    m_iNextLevel2ID = kFirstItemID;
+    FreeAllItems();
+    LoadLevel1();
+    return TRUE;
+}
+
+void CDlgCustomMenu::FreeAllItems() {
+    // The maps are empty before the first button goes: its window's last messages may ask for entries.
+    std::exchange(m_mapLevel2Items, {}).clear();
+    std::exchange(m_mapLevel1Items, {}).clear();
+}
+
+MenuItem* CDlgCustomMenu::FindLevel1Item(int id) const {
+    return Find(m_mapLevel1Items, id);
+}
+
+MenuItem* CDlgCustomMenu::FindLevel2Item(int id) const {
+    return Find(m_mapLevel2Items, id);
+}
+
+MenuItem* CDlgCustomMenu::FindParentItem(int id) const {
+    const MenuItem* pItem = FindLevel2Item(id);
+    return pItem ? pItem->m_pParent : nullptr;
+}
+
+int CDlgCustomMenu::GetUserDefineGroupID() const {
+    static int cachedID = -1;
+    if (cachedID == -1) {
+        cachedID = LowestGroupID(kUserDefineFolder);
+    }
+    return cachedID;
+}
+
+int CDlgCustomMenu::GetRecentGroupID() const {
+    static int cachedID = -1;
+    if (cachedID == -1) {
+        cachedID = LowestGroupID(kRecentFolder);
+    }
+    return cachedID;
+}
+
+int CDlgCustomMenu::LowestGroupID(std::string_view folder) const {
+    int lowest = -1;
+    for (const auto& [strKey, pGroup] : m_mapLevel1Items) {
+        if (pGroup->m_strFolder == folder && (lowest == -1 || pGroup->m_iID < lowest)) {
+            lowest = pGroup->m_iID;
+        }
+    }
+    return lowest;
+}
+
+void CDlgCustomMenu::LoadLevel1() {
+    const FolderSnapshot snapshot;
+    const CString strProfiles = ProfilesFolder();
+    CIniDocument index;
+    index.Load(strProfiles + "order.ini");
+    const int count = CountIn(index, kMostGroups);
+    for (int i = 0; i < count; ++i) {
+        LoadGroup(index, strProfiles, i);
+    }
+    m_iRowAdjust = (count - kGroupsOfFullMenu) / 2;
+    // The last step, since hiding a menu that was shown runs code of the host.
+    SetWindowPos(&wndBottom, 50, 50, 507, 30 * count + 4, SWP_HIDEWINDOW);
+}
+
+void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProfiles, int number) {
+    const int top = 2 + 30 * number;
+    CString strName = index.Get(kSection, Format("%d", number), "");
+    const bool isMarked = strName.ends_with('*');
+    strName.erase(strName.find_last_not_of('*') + 1);
+
+    auto pItem = std::make_unique<MenuItem>();
+    pItem->m_iID = kFirstGroupID + number;
+    pItem->m_strFolder = strName;
+    pItem->m_pButton = CreateMenuButton(pItem->m_iID, strName, {2, top, 152, top + 30});
+    if (StaysInFolder(strName)) {
+        LoadIcon(*pItem->m_pButton,
+                 ToHostPath(strProfiles + "Picture/" + ReplaceAll(strName, ".xml", ".png") + ".png"));
+    }
+    pItem->m_pButton->SetCaption(isMarked ? strName + "*" : strName);
+    pItem->m_pButton->SetKind(0);
+    MenuItem* pGroup = pItem.get();
+    m_mapLevel1Items[KeyOf(pGroup->m_iID)] = std::move(pItem);
+    LoadLevel2(pGroup, strProfiles + "/" + strName);
+}
+
+void CDlgCustomMenu::LoadLevel2(MenuItem* pItem, const CString& strPath) {
+    CIniDocument index;
+    if (StaysInFolder(pItem->m_strFolder)) {
+        index.Load(strPath + "/Order.ini");
+    }
+    pItem->m_iMenuNum = CountIn(index, MostRowsOf(pItem->m_strFolder));
+    const int nextID = m_iNextLevel2ID;
+    const bool isRecent = pItem->m_strFolder == kRecentFolder;
+    const bool isUserDefine = pItem->m_strFolder == kUserDefineFolder;
+    if (isRecent) {
+        m_iNextLevel2ID = kFirstRecentID;
+    } else if (isUserDefine) {
+        m_iNextLevel2ID = kFirstUserDefineID;
+    }
+    LogMessage({kLogSource, __LINE__}, "----------------------parentid=%d iNum=%d strPath=%s", pItem->m_iID,
+               pItem->m_iMenuNum, strPath.c_str());
+    for (int k = 0; k < pItem->m_iMenuNum; ++k) {
+        LoadRow(index, pItem, strPath, k);
+    }
+    if (isRecent || isUserDefine) {
+        m_iNextLevel2ID = nextID;
+    }
+}
+
+/// Rows are made as far as their ids keep apart from those of other buttons.
+int CDlgCustomMenu::MostRowsOf(const CString& strFolder) const {
+    if (strFolder == kRecentFolder) {
+        return kMostRecentRows;
+    }
+    return strFolder == kUserDefineFolder ? kMostUserDefineRows : kFirstItemID + kMostItems - m_iNextLevel2ID;
+}
+
+void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const CString& strPath, int number) {
+    const int top = 17 + 50 * number;
+    auto pItem = std::make_unique<MenuItem>();
+    pItem->m_iID = m_iNextLevel2ID++;
+    pItem->m_iLevel = 2;
+    pItem->m_iIndex = number;
+    pItem->m_iParentID = pGroup->m_iID;
+    pItem->m_pParent = pGroup;
+    pItem->m_strXml = index.Get(kSection, Format("%d", number), "");
+    pItem->m_strPng = index.Get(kSection, pItem->m_strXml, "");
+
+    pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, {155, top, 505, top + 50});
+    CGPMenuButton& button = *pItem->m_pButton;
+    if (IsPlainFileName(pItem->m_strPng)) {
+        LoadIcon(button, ToHostPath(strPath + "/" + pItem->m_strPng));
+    }
+    button.SetKind(1);
+    button.ShowWindow(SW_HIDE);
+    LogMessage({kLogSource, __LINE__}, "xml=%s png=%s parent=%s id=%d", pItem->m_strXml.c_str(),
+               pItem->m_strPng.c_str(), "", pItem->m_iID);
+    button.m_bRightClickEnabled = TRUE;
+    button.m_pfnRightClick = OnItemRightClick;
+    LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu add strKey=%s", KeyOf(pItem->m_iID).c_str());
+    if (IsPlainFileName(pItem->m_strXml)) {
+        ReadProfileText(strPath + "/" + pItem->m_strXml, pItem.get());
+    }
+    button.SetCaption(pItem->m_strName);
+    button.SetDescription(pItem->m_strComment);
+    InsertItem(std::move(pItem));
+}
+
+/// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.
+void CDlgCustomMenu::ReadProfileText(const CString& path, MenuItem* pItem) {
+    CStdioFile file;
+    if (!file.Open(path, CStdioFile::modeReadWrite)) {
+        return;
+    }
+    file.LimitReading(kMostProfileBytes);
+    int hits = 0;
+    for (CString line; hits < 2 && file.ReadString(line);) {
+        const std::string_view text = Trim(line);
+        if (TakeValue(text, "<ProfileName value=\"", pItem->m_strName) ||
+            TakeValue(text, "<ProfileComment value=\"", pItem->m_strComment)) {
+            ++hits;
+        }
+    }
+    file.Close();
+}
+
+/// Two groups of one name give the same ids; the later entry then takes the place of the earlier one.
+void CDlgCustomMenu::InsertItem(std::unique_ptr<MenuItem> pItem) {
+    const CString strKey = KeyOf(pItem->m_iID);
+    RemoveItem(strKey);
+    pItem->m_pParent->m_mapLevel2Menu[strKey] = pItem.get();
+    m_mapLevel2Items[strKey] = std::move(pItem);
+}
+
+/// The entry is in neither map any more when its button goes.
+void CDlgCustomMenu::RemoveItem(const CString& strKey) {
+    const auto found = m_mapLevel2Items.find(strKey);
+    if (found != m_mapLevel2Items.end()) {
+        const std::unique_ptr<MenuItem> pItem = std::move(found->second);
+        m_mapLevel2Items.erase(found);
+        pItem->m_pParent->m_mapLevel2Menu.erase(strKey);
+    }
+}
+
+void CDlgCustomMenu::ClearGroupItems(int groupID) {
+    CStringArray keys;
+    for (const auto& [strKey, pItem] : m_mapLevel2Items) {
+        if (pItem->m_iParentID == groupID) {
+            keys.push_back(strKey);
+        }
+    }
+    for (const CString& strKey : keys) {
+        RemoveItem(strKey);
+    }
+}
+
+std::unique_ptr<CGPMenuButton> CDlgCustomMenu::CreateMenuButton(int id, const CString& text, const CRect& rect) {
+    auto pButton = std::make_unique<CGPMenuButton>();
+    pButton->Create(text, WS_CHILD | WS_VISIBLE, rect, this, static_cast<UINT>(id));
+    return pButton;
+}
+
+CString CDlgCustomMenu::ProfilesFolder() {
+    CString strBase;
+    GetBasePath(strBase);
+    return strBase + "/Profiles/";
+}
+
+}  // namespace veldan

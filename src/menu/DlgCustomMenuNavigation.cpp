@@ -1,0 +1,256 @@
+#include "menu/DlgCustomMenu.h"
+#include "platform/window/Desktop.h"
+#include "resources/Dialogs.h"
+#include "storage/Log.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace veldan {
+
+bool g_bInWheel = false;
+
+namespace {
+
+constexpr const char* kLogSource = "DlgCustomMenu";
+
+constexpr int kRowHeight = 50;
+constexpr int kRowsTop = 17;
+constexpr int kRowsLeft = 155;
+constexpr int kRowsRight = 505;
+constexpr int kStripLeft = 154;
+constexpr int kStripRight = 506;
+
+/// Over the groups, the wheel moves the window.
+constexpr int kGroupColumn = 150;
+
+CRect RowRect(int row) {
+    const int top = kRowsTop + kRowHeight * row;
+    return {kRowsLeft, top, kRowsRight, top + kRowHeight};
+}
+
+/// Marks that the wheel is being handled, on every way out.
+class WheelGuard {
+public:
+    WheelGuard() { g_bInWheel = true; }
+    ~WheelGuard() { g_bInWheel = false; }
+    WheelGuard(const WheelGuard&) = delete;
+    WheelGuard& operator=(const WheelGuard&) = delete;
+};
+
+void ShowAll(const std::vector<HWND>& windows, ShowCommand command) {
+    for (const HWND window : windows) {
+        Desktop::Get().ShowWindow(window, command);
+    }
+}
+
+bool IsShown(const CWnd* pWnd) {
+    return pWnd && (pWnd->GetStyle() & WS_VISIBLE) != 0;
+}
+
+}  // namespace
+
+void CDlgCustomMenu::CreateScrollButtons() {
+    constexpr int kStateCount = 4;
+    const CString strPictures = ProfilesFolder() + "Picture/";
+    const int height = GetWindowRect().Height();
+
+    m_pScrollUp = CreateScrollButton(kScrollUpID, "", {kStripLeft, 1, kStripRight, kRowsTop});
+    m_pScrollUp->LoadImageFile(strPictures + "sub_scroll_up.png", "PNG", FALSE, kStateCount, TRUE);
+    m_pScrollUp->SetTooltipText("Scroll up", TRUE);
+    m_pScrollUp->BuildStateBitmaps();
+
+    m_pScrollDown = CreateScrollButton(kScrollDownID, "", {kStripLeft, height - kRowsTop, kStripRight, height - 1});
+    m_pScrollDown->LoadImageFile(strPictures + "sub_scroll_down.png", "PNG", FALSE, kStateCount, TRUE);
+    m_pScrollDown->SetTooltipText("Scroll down", TRUE);
+    m_pScrollDown->BuildStateBitmaps();
+
+    m_pScrollUp->ShowWindow(SW_SHOW);
+    m_pScrollDown->ShowWindow(SW_SHOW);
+}
+
+/// Rows go below their siblings when they are made, so a strip that is on top once stays above them.
+std::unique_ptr<CGPScrollImageButton> CDlgCustomMenu::CreateScrollButton(int id, const CString& text,
+                                                                         const CRect& rect) {
+    auto pButton = std::make_unique<CGPScrollImageButton>();
+    pButton->Create(text, WS_CHILD | WS_VISIBLE, rect, this, static_cast<UINT>(id));
+    pButton->SetWindowPos(&wndTop, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    return pButton;
+}
+
+void CDlgCustomMenu::CreateAddButton() {
+    m_pAddButton = CreateMenuButton(kAddButtonID, "Add to user define", RowRect(m_iRowAdjust + m_iVisibleRows - 1));
+    m_pAddButton->LoadImageResource(kAddIconId, "PNG");
+    m_pAddButton->SetKind(1);
+    m_pAddButton->ShowWindow(SW_HIDE);
+    m_pAddButton->SetCaption("Add user define");
+    m_pAddButton->SetDescription("Add user define video or audio");
+}
+
+void CDlgCustomMenu::SelectGroupButton(int id, BOOL selected) {
+    if (const MenuItem* pItem = FindLevel1Item(id)) {
+        pItem->m_pButton->SetSelected(selected);
+        pItem->m_pButton->Invalidate();
+    }
+}
+
+void CDlgCustomMenu::SelectItemButton(int id, BOOL selected) {
+    if (const MenuItem* pItem = FindLevel2Item(id)) {
+        pItem->m_pButton->SetSelected(selected);
+        pItem->m_pButton->Invalidate();
+    }
+}
+
+int CDlgCustomMenu::VisibleRowsOf(int groupID) const {
+    return m_iRowAdjust + (groupID == GetUserDefineGroupID() ? 10 : 11);
+}
+
+LRESULT CDlgCustomMenu::OnSmallMenuButtonItemChange(WPARAM id, LPARAM /*lParam*/) {
+    const int groupID = static_cast<int>(id);
+    SelectGroupButton(m_iSelectedLevel1ID, FALSE);
+    SelectGroupButton(groupID, TRUE);
+    m_iSelectedLevel1ID = groupID;
+    m_iVisibleRows = VisibleRowsOf(groupID);
+    LogMessage({kLogSource, __LINE__}, "OnSmallMenuButtonItemChange m_iSelectedLevel1ID=%d", m_iSelectedLevel1ID);
+    const HWND self = GetSafeHwnd();
+    HideAllRows();
+    if (FromHandle(self) == this) {
+        ShowRowsOf(groupID);
+        UpdateScrollButtons(m_iSelectedLevel1ID);
+    }
+    return 0;
+}
+
+/// Hiding a row that has the focus may close the menu, and whoever gets the focus may do anything; so the rows are
+/// collected first and hidden by their handles.
+void CDlgCustomMenu::HideAllRows() {
+    std::vector<HWND> shown;
+    for (const auto& [strKey, pItem] : m_mapLevel2Items) {
+        if (IsShown(pItem->m_pButton.get())) {
+            shown.push_back(pItem->m_pButton->GetSafeHwnd());
+        }
+    }
+    if (IsShown(m_pAddButton.get())) {
+        shown.push_back(m_pAddButton->GetSafeHwnd());
+    }
+    ShowAll(shown, SW_HIDE);
+}
+
+void CDlgCustomMenu::ShowRowsOf(int id) {
+    LogMessage({kLogSource, __LINE__}, "OnSmallMenuButtonItemChange strUID=%s", Format("%d", id).c_str());
+    const MenuItem* pGroup = FindLevel1Item(id);
+    if (!pGroup) {
+        return;
+    }
+    LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strUID=%s cnt=%d", Format("%d", id).c_str(),
+               static_cast<int>(pGroup->m_mapLevel2Menu.size()));
+    const int limit = kRowHeight * m_iVisibleRows + kRowsTop;
+    const int top = GetWindowRect().top;
+    std::vector<HWND> fitting;
+    for (const auto& [strKey, pItem] : pGroup->m_mapLevel2Menu) {
+        LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strKey=%s", strKey.c_str());
+        const CRect place = pItem->m_pButton->GetWindowRect().Offset({0, -top});
+        LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu rc.bottom - rcO.top=%d", place.bottom);
+        LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu limit=%d", limit);
+        if (place.bottom <= limit && place.top >= kRowsTop) {
+            fitting.push_back(pItem->m_pButton->GetSafeHwnd());
+        }
+    }
+    ShowAll(fitting, SW_SHOW);
+}
+
+void CDlgCustomMenu::UpdateScrollButtons(int id) {
+    const MenuItem* pItem = FindLevel1Item(id);
+    if (!pItem || !m_pScrollUp || !m_pScrollDown) {
+        return;
+    }
+    const int num = pItem->m_iMenuNum;
+    const int pos = pItem->m_iMenuCurSelectedPos;
+    LogMessage({kLogSource, __LINE__}, "pItem->m_iMenuCurSelectedPos %d pItem->m_iMenuNum=%d", pos, num);
+    if (num + pos == m_iVisibleRows) {
+        SetStripLooks(FALSE, TRUE);
+        LogMessage({kLogSource, __LINE__}, "Down true up false");
+    } else {
+        SetStripLooks(pos == 0, FALSE);
+        LogMessage({kLogSource, __LINE__}, "Down false up true");
+    }
+    if (num <= m_iVisibleRows) {
+        SetStripLooks(TRUE, TRUE);
+        LogMessage({kLogSource, __LINE__}, "all false");
+    }
+}
+
+void CDlgCustomMenu::SetStripLooks(BOOL upDisabled, BOOL downDisabled) {
+    m_pScrollUp->m_bDisabledLook = upDisabled;
+    m_pScrollUp->Invalidate();
+    m_pScrollDown->m_bDisabledLook = downDisabled;
+    m_pScrollDown->Invalidate();
+}
+
+LRESULT CDlgCustomMenu::OnItemHover(WPARAM id, LPARAM /*lParam*/) {
+    const int itemID = static_cast<int>(id);
+    SelectItemButton(m_iSelectedLevel2ID, FALSE);
+    SelectItemButton(itemID, TRUE);
+    m_iSelectedLevel2ID = itemID;
+    return 0;
+}
+
+void CDlgCustomMenu::OnScrollUp() {
+    const MenuItem* pGroup = FindLevel1Item(m_iSelectedLevel1ID);
+    if (!pGroup || pGroup->m_iMenuCurSelectedPos < 0) {
+        ScrollOpenGroup(1);
+    }
+}
+
+void CDlgCustomMenu::OnScrollDown() {
+    const MenuItem* pGroup = FindLevel1Item(m_iSelectedLevel1ID);
+    if (!pGroup || pGroup->m_iMenuNum + pGroup->m_iMenuCurSelectedPos > m_iVisibleRows) {
+        ScrollOpenGroup(-1);
+    }
+}
+
+void CDlgCustomMenu::ScrollOpenGroup(int step) {
+    if (MenuItem* pGroup = FindLevel1Item(m_iSelectedLevel1ID)) {
+        pGroup->m_iMenuCurSelectedPos += step;
+        PlaceRows(*pGroup);
+    }
+    OnSmallMenuButtonItemChange(static_cast<WPARAM>(m_iSelectedLevel1ID), 0);
+}
+
+void CDlgCustomMenu::PlaceRows(const MenuItem& group) {
+    for (const auto& [strKey, pItem] : group.m_mapLevel2Menu) {
+        const CRect rect = RowRect(pItem->m_iIndex + group.m_iMenuCurSelectedPos);
+        pItem->m_pButton->SetWindowPos(nullptr, rect.left, rect.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+}
+
+BOOL CDlgCustomMenu::OnMouseWheel(UINT /*flags*/, short zDelta, CPoint point) {
+    if (g_bInWheel) {
+        return 0;
+    }
+    const WheelGuard guard;
+    const HWND self = GetSafeHwnd();
+    if (ScreenToClient(point).x < kGroupColumn) {
+        SlideWindow(zDelta);
+    } else if (zDelta < 0) {
+        if (m_pScrollDown && m_pScrollDown->IsWindowEnabled()) {
+            OnScrollDown();
+        }
+    } else if (m_pScrollUp && m_pScrollUp->IsWindowEnabled()) {
+        OnScrollUp();
+    }
+    return FromHandle(self) == this ? static_cast<BOOL>(Default()) : 0;
+}
+
+/// Brings the parts of the menu that overhang its owner within reach, and no more than that.
+void CDlgCustomMenu::SlideWindow(int zDelta) {
+    const int half = Desktop::Get().GetDisplay().ScreenRect().Height() / 2;
+    const CWnd* pOwner = GetParent();
+    const CRect limits = pOwner ? pOwner->GetWindowRect() : CRect{0, half, 0, half};
+    const CRect rect = GetWindowRect().Offset({0, zDelta});
+    if (zDelta < 0 ? rect.bottom > limits.bottom : rect.top < limits.top) {
+        MoveWindow(rect);
+    }
+}
+
+}  // namespace veldan

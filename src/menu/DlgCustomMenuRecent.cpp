@@ -1,0 +1,151 @@
+#include "menu/DlgCustomMenu.h"
+#include "platform/core/File.h"
+#include "platform/core/FolderLock.h"
+#include "platform/core/FolderSnapshot.h"
+#include "platform/core/Path.h"
+#include "platform/core/Utf8.h"
+#include "storage/Log.h"
+
+#include <algorithm>
+
+namespace veldan {
+namespace {
+
+constexpr const char* kLogSource = "DlgCustomMenu";
+
+CString PathIn(const CString& strProfiles, std::string_view folder, std::string_view name) {
+    return CString(strProfiles).append("/").append(folder).append("/").append(name);
+}
+
+/// Whether an entry's name may be copied to or deleted: a file in the group's own folder, and not its index.
+bool IsEntryFile(const CString& strName) {
+    return IsPlainFileName(strName) && FoldCase(strName) != FoldCase("order.ini");
+}
+
+}  // namespace
+
+void CDlgCustomMenu::Z_RecentGetXmlPng(CString& strXml, CString& strPng, CString& strParent, int id) const {
+    const MenuItem* pItem = FindLevel2Item(id);
+    LogMessage({kLogSource, __LINE__}, "Z_RecentGetXmlPng strUID=%d p=%p cnt=%d", id, static_cast<const void*>(pItem),
+               static_cast<int>(m_mapLevel2Items.size()));
+    if (!pItem) {
+        return;
+    }
+    strXml = pItem->m_strXml;
+    strPng = pItem->m_strPng;
+    if (const MenuItem* pGroup = FindLevel1Item(pItem->m_iParentID)) {
+        strParent = pGroup->m_strFolder;
+    }
+}
+
+bool CDlgCustomMenu::LoadRecentList(const CString& path) {
+    m_recent.m_iMaxCount = 10;
+    const bool isKnown = m_recent.Load(path);
+    m_recent.m_iCount = m_recent.Size();
+    return isKnown;
+}
+
+bool CDlgCustomMenu::SaveRecentList(const CString& path) const {
+    return m_recent.Save(path);
+}
+
+/// Copies stand before the index names them, and files go after it stopped naming them; so whatever ends the process,
+/// everything that the index names is there.
+void CDlgCustomMenu::AddRecent(int id) {
+    const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
+    const FolderLock lock(strFolder);
+    SweepTemporaries(strFolder);
+    if (!FindLevel2Item(id) || !LoadRecentList(strFolder + "order.ini")) {
+        return;
+    }
+    CString strXml;
+    CString strPng;
+    CString strParent;
+    Z_RecentGetXmlPng(strXml, strPng, strParent, id);
+    LogMessage({kLogSource, __LINE__}, "Z_RecentAdd xml=%s png=%s parent=%s id=%d", strXml.c_str(), strPng.c_str(),
+               strParent.c_str(), id);
+    if (m_recent.HasXml(strXml) || !CopyIntoRecent(strParent, strXml) || !CopyIntoRecent(strParent, strPng)) {
+        return;
+    }
+    LogMessage({kLogSource, __LINE__}, "AddRecent=%d", m_recent.Size() + kFirstRecentID);
+    m_recent.Append(strXml, strPng);
+    const bool isFull = m_recent.m_iCount >= m_recent.m_iMaxCount;
+    const CString strOldXml = m_recent.m_arrXml.front();
+    const CString strOldPng = m_recent.m_arrPng.front();
+    if (isFull) {
+        m_recent.RemoveAt(0);
+    }
+    m_recent.m_iCount = m_recent.Size();
+    if (SaveRecentList(strFolder + "order.ini") && isFull) {
+        DeleteUnnamed(m_recent, kRecentFolder, strOldXml);
+        DeleteUnnamed(m_recent, kRecentFolder, strOldPng);
+    }
+    RebuildGroup(GetRecentGroupID(), kRecentFolder);
+}
+
+/// False where the copy could not be written although its source is there: then nothing may name it.
+bool CDlgCustomMenu::CopyIntoRecent(const CString& strParent, const CString& strName) {
+    if (!IsEntryFile(strName)) {
+        return true;
+    }
+    const CString strSource = PathIn(ProfilesFolder(), strParent, strName);
+    const CString strTarget = PathIn(ProfilesFolder(), kRecentFolder, strName);
+    if (!FileExists(strSource)) {
+        // An entry without its files is one all the same; what was left under its name is not its file.
+        DeleteUnnamed(m_recent, kRecentFolder, strName);
+        return true;
+    }
+    return CopyFile(strSource, strTarget) || PathExists(strTarget, false);
+}
+
+/// Deletes a file of a group unless an entry still names it.
+void CDlgCustomMenu::DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName) {
+    if (IsEntryFile(strName) && !list.NamesFile(strName)) {
+        DeleteFile(PathIn(ProfilesFolder(), folder, strName));
+    }
+}
+
+void CDlgCustomMenu::DeleteRecent(int id) {
+    const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
+    const FolderLock lock(strFolder);
+    SweepTemporaries(strFolder);
+    if (!LoadRecentList(strFolder + "order.ini")) {
+        return;
+    }
+    CString strXml;
+    CString strPng;
+    CString strParent;
+    Z_RecentGetXmlPng(strXml, strPng, strParent, id);
+    const std::optional<std::size_t> index = m_recent.IndexOfID(static_cast<UINT>(id));
+    // The file may have changed since the rows were made; files go only where both tell of the same entry.
+    bool isSame = false;
+    if (index) {
+        isSame =
+            strParent == kRecentFolder && m_recent.m_arrXml[*index] == strXml && m_recent.m_arrPng[*index] == strPng;
+        m_recent.RemoveAt(*index);
+        m_recent.m_iCount = m_recent.Size();
+        isSame = SaveRecentList(strFolder + "order.ini") && isSame;
+    }
+    RebuildGroup(GetRecentGroupID(), kRecentFolder);
+    if (isSame) {
+        DeleteUnnamed(m_recent, kRecentFolder, strXml);
+        DeleteUnnamed(m_recent, kRecentFolder, strPng);
+    }
+    LogMessage({kLogSource, __LINE__}, "DeleteRecent=%d", id);
+}
+
+/// Makes the rows of a group that was rewritten, at the place that it is scrolled to as far as that still exists.
+void CDlgCustomMenu::RebuildGroup(int groupID, std::string_view folder) {
+    const FolderSnapshot snapshot;
+    ClearGroupItems(groupID);
+    MenuItem* pGroup = FindLevel1Item(groupID);
+    if (!pGroup) {
+        return;
+    }
+    LoadLevel2(pGroup, CString(ProfilesFolder()).append("/").append(folder));
+    const int lowest = std::min(0, VisibleRowsOf(groupID) - pGroup->m_iMenuNum);
+    pGroup->m_iMenuCurSelectedPos = std::clamp(pGroup->m_iMenuCurSelectedPos, lowest, 0);
+    PlaceRows(*pGroup);
+}
+
+}  // namespace veldan
