@@ -1,0 +1,206 @@
+#include "support/Stage.h"
+
+#include "platform/core/Keys.h"
+#include "platform/display/memory/MemoryDisplay.h"
+#include "platform/display/x11/X11Display.h"
+#include "platform/window/Desktop.h"
+#include "x11/Wait.h"
+#include "x11/XHand.h"
+#include "x11/XServer.h"
+
+#include <poll.h>
+
+#include <chrono>
+
+namespace veldan {
+
+namespace {
+
+class MemoryStage final : public Stage {
+public:
+    MemoryStage() {
+        auto display = std::make_unique<MemoryDisplay>(kScreen);
+        auto clock = std::make_unique<ManualClock>();
+        m_display = display.get();
+        m_clock = clock.get();
+        Desktop::Install(std::make_unique<Desktop>(std::move(display), std::move(clock)));
+    }
+
+    void Move(CPoint screen) override {
+        m_display->MovePointer(screen);
+        Desktop::Get().Dispatch();
+    }
+    void Press(int button) override {
+        m_display->PressButton(button);
+        Desktop::Get().Dispatch();
+    }
+    void Release(int button) override {
+        m_display->ReleaseButton(button);
+        Desktop::Get().Dispatch();
+    }
+    void Wheel(int steps) override {
+        for (; steps != 0; steps += steps > 0 ? -1 : 1) {
+            m_display->TurnWheel(steps > 0 ? 120 : -120);
+            Desktop::Get().Dispatch();
+        }
+    }
+    void TypeSpace() override {
+        m_display->PressKey(VK_SPACE, " ");
+        m_display->ReleaseKey(VK_SPACE);
+        Desktop::Get().Dispatch();
+    }
+    void Wait(int milliseconds) override {
+        for (int i = 0; i < milliseconds; ++i) {
+            m_clock->Advance(1);
+            Desktop::Get().Dispatch();
+        }
+    }
+    std::uint32_t Seen(CPoint screen) override { return m_display->Picture()->At(screen.x, screen.y) & 0xffffff; }
+    void OpenForeignWindow(const CRect& rect) override {
+        m_foreign = m_display->AddForeignWindow(rect);
+        Desktop::Get().Dispatch();
+    }
+    void SwitchToForeignWindow() override {
+        m_display->FocusForeignWindow(m_foreign);
+        Desktop::Get().Dispatch();
+    }
+
+protected:
+    void WaitABit() override { Wait(1); }
+    void StartPatience() override { m_nLeft = 2000; }
+    bool IsPatient() override { return m_nLeft-- > 0; }
+
+private:
+    MemoryDisplay* m_display = nullptr;
+    ManualClock* m_clock = nullptr;
+    TopLevelId m_foreign = 0;
+    int m_nLeft = 0;
+};
+
+class X11Stage final : public Stage {
+public:
+    explicit X11Stage(bool withManager) : m_server(XServerOptions{withManager, false, {}}) {
+        if (!m_server.IsRunning()) {
+            return;
+        }
+        m_hand = std::make_unique<XHand>(m_server.Name());
+        if (auto display = CreateX11Display(m_server.Name().c_str())) {
+            Desktop::Install(std::make_unique<Desktop>(std::move(display), std::make_unique<SteadyClock>()));
+            m_bReady = true;
+        }
+    }
+    /// The desktop's connection ends before its server does.
+    ~X11Stage() override { Desktop::Install(nullptr); }
+
+    [[nodiscard]] bool IsReady() const { return m_bReady; }
+
+    void Move(CPoint screen) override {
+        m_hand->Move(screen);
+        CatchUp();
+    }
+    void Press(int button) override {
+        m_hand->Press(button);
+        CatchUp();
+    }
+    void Release(int button) override {
+        m_hand->Release(button);
+        CatchUp();
+    }
+    void Wheel(int steps) override {
+        for (; steps != 0; steps += steps > 0 ? -1 : 1) {
+            m_hand->Wheel(steps > 0 ? 1 : -1);
+            CatchUp();
+        }
+    }
+    void TypeSpace() override {
+        m_hand->Key(' ');
+        CatchUp();
+    }
+    void Wait(int milliseconds) override {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+        for (auto now = std::chrono::steady_clock::now(); now < end; now = std::chrono::steady_clock::now()) {
+            pollfd descriptor{Desktop::Get().Descriptor(), POLLIN, 0};
+            poll(&descriptor, 1, 1);
+            Desktop::Get().Dispatch();
+        }
+    }
+    std::uint32_t Seen(CPoint screen) override {
+        CatchUp();
+        return m_hand->PixelAt(screen);
+    }
+    void OpenForeignWindow(const CRect& rect) override {
+        m_foreign = std::make_unique<XForeignWindow>(m_server.Name(), rect, 0x204060);
+        m_foreign->Show();
+        CatchUp();
+    }
+    void SwitchToForeignWindow() override {
+        m_foreign->TakeFocus();
+        CatchUp();
+    }
+
+protected:
+    void WaitABit() override { Wait(2); }
+    void StartPatience() override { m_end = std::chrono::steady_clock::now() + kPatience; }
+    bool IsPatient() override { return std::chrono::steady_clock::now() < m_end; }
+
+private:
+    /// After one answer of the server all events that came before it have been read; handling them may ask for more.
+    static void CatchUp() {
+        for (int i = 0; i < 3; ++i) {
+            Desktop::Get().GetDisplay().Sync();
+            Desktop::Get().Dispatch();
+        }
+    }
+
+    XServer m_server;
+    std::unique_ptr<XHand> m_hand;
+    std::unique_ptr<XForeignWindow> m_foreign;
+    std::chrono::steady_clock::time_point m_end;
+    bool m_bReady = false;
+};
+
+}  // namespace
+
+std::string NameOf(StageKind kind) {
+    switch (kind) {
+        case StageKind::Memory:
+            return "Memory";
+        case StageKind::X11:
+            return "X11";
+        case StageKind::X11WithManager:
+            return "X11WithManager";
+    }
+    return {};
+}
+
+std::unique_ptr<Stage> Stage::Make(StageKind kind) {
+    if (kind == StageKind::Memory) {
+        return std::make_unique<MemoryStage>();
+    }
+    auto stage = std::make_unique<X11Stage>(kind == StageKind::X11WithManager);
+    return stage->IsReady() ? std::unique_ptr<Stage>(std::move(stage)) : nullptr;
+}
+
+bool Stage::Eventually(const std::function<bool()>& condition) {
+    StartPatience();
+    while (!condition()) {
+        if (!IsPatient()) {
+            return false;
+        }
+        WaitABit();
+    }
+    return true;
+}
+
+void Stage::Click(CPoint screen, int button) {
+    Move(screen);
+    Press(button);
+    Release(button);
+}
+
+void Stage::Rest(CPoint screen) {
+    Move(screen);
+    Wait(40);
+}
+
+}  // namespace veldan
