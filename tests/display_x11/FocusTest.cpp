@@ -115,9 +115,7 @@ TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
     m_display->TakeFocus(kFrame);
     m_display->Sync();
     ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kFrame); }));
-    m_hand.KeyDown(XKB_KEY_Alt_L);
-    m_hand.Key(XKB_KEY_Tab);
-    m_hand.KeyUp(XKB_KEY_Alt_L);
+    ASSERT_TRUE(m_hand.SwitchWindow());
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
     EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == first.Id(); }));
 }

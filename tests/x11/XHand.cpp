@@ -7,6 +7,7 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 
@@ -158,18 +159,39 @@ xcb_window_t XHand::FindWindow(std::string_view title) const {
     return FindBelow(m_root, title);
 }
 
-xcb_window_t XHand::FindBelow(xcb_window_t parent, std::string_view title) const {
+std::vector<xcb_window_t> XHand::ChildrenOf(xcb_window_t parent) const {
     const auto tree = Ask<&xcb_query_tree_reply>(m_connection, xcb_query_tree(m_connection, parent));
-    if (!tree) return 0;
+    if (!tree) return {};
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
-        const auto state =
-            Ask<&xcb_get_window_attributes_reply>(m_connection, xcb_get_window_attributes(m_connection, children[i]));
-        const bool isSeen = state && state->map_state == XCB_MAP_STATE_VIEWABLE;
-        if (isSeen && PropertyOf(children[i], "WM_NAME") == title) return children[i];
-        if (const xcb_window_t found = FindBelow(children[i], title)) return found;
+    return {children, children + xcb_query_tree_children_length(tree.get())};
+}
+
+bool XHand::IsSeen(xcb_window_t window) const {
+    const auto state =
+        Ask<&xcb_get_window_attributes_reply>(m_connection, xcb_get_window_attributes(m_connection, window));
+    return state && state->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+std::ptrdiff_t XHand::CountSeen() const {
+    const auto windows = ChildrenOf(m_root);
+    return std::count_if(windows.begin(), windows.end(), [this](xcb_window_t window) { return IsSeen(window); });
+}
+
+xcb_window_t XHand::FindBelow(xcb_window_t parent, std::string_view title) const {
+    for (const xcb_window_t child : ChildrenOf(parent)) {
+        if (IsSeen(child) && PropertyOf(child, "WM_NAME") == title) return child;
+        if (const xcb_window_t found = FindBelow(child, title)) return found;
     }
     return 0;
+}
+
+bool XHand::SwitchWindow() {
+    const auto before = CountSeen();
+    KeyDown(XKB_KEY_Alt_L);
+    Key(XKB_KEY_Tab);
+    const bool isListed = WaitUntil([&] { return CountSeen() > before; });
+    KeyUp(XKB_KEY_Alt_L);
+    return isListed;
 }
 
 CRect XHand::RectOf(xcb_window_t window) const {
@@ -197,6 +219,7 @@ void XHand::AskToClose(xcb_window_t window) {
 }
 
 void XHand::ResizeScreen(CSize size) {
+    Ask<&xcb_randr_query_version_reply>(m_connection, xcb_randr_query_version(m_connection, 1, 3));
     const auto resources = Ask<&xcb_randr_get_screen_resources_current_reply>(
         m_connection, xcb_randr_get_screen_resources_current(m_connection, m_root));
     if (!resources) return;

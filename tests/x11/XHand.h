@@ -4,6 +4,7 @@
 
 #include <xcb/xcb.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -61,6 +62,8 @@ public:
     [[nodiscard]] CRect RectOf(xcb_window_t window) const;
     /// A text property of a window, as it stands.
     [[nodiscard]] std::string PropertyOf(xcb_window_t window, std::string_view name) const;
+    /// Alt and Tab, Alt held until the manager has answered with its list of windows; false when it never did.
+    [[nodiscard]] bool SwitchWindow();
     /// What a person does with a window through its manager.
     void AskToMove(xcb_window_t window, CPoint screen);
     void AskToClose(xcb_window_t window);
@@ -82,6 +85,9 @@ private:
     void Fake(std::uint8_t type, std::uint8_t detail, CPoint screen = {});
     [[nodiscard]] KeyPlace Find(std::uint32_t symbol) const;
     [[nodiscard]] xcb_atom_t Atom(std::string_view name) const;
+    [[nodiscard]] std::vector<xcb_window_t> ChildrenOf(xcb_window_t parent) const;
+    [[nodiscard]] bool IsSeen(xcb_window_t window) const;
+    [[nodiscard]] std::ptrdiff_t CountSeen() const;
     [[nodiscard]] xcb_window_t FindBelow(xcb_window_t parent, std::string_view title) const;
 
     xcb_connection_t* m_connection;

@@ -24,6 +24,7 @@ X11Display::X11Display(std::unique_ptr<X11Connection> connection, bool useRawPre
     // Tells of a change of the screen's size.
     constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_connection->Get(), m_connection->Root(), XCB_CW_EVENT_MASK, &kRootEvents);
+    xcb_flush(m_connection->Get());
 }
 
 X11Display::~X11Display() {
