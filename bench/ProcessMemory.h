@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdio>
+
+/// Resident memory of this process in KiB, 0 if it can't be told.
+[[nodiscard]] inline long ResidentKb() {
+    long kilobytes = 0;
+    if (std::FILE* file = std::fopen("/proc/self/smaps_rollup", "r")) {
+        char line[256];
+        while (kilobytes == 0 && std::fgets(line, sizeof line, file) != nullptr) {
+            std::sscanf(line, "Rss: %ld", &kilobytes);
+        }
+        std::fclose(file);
+    }
+    return kilobytes;
+}
