@@ -39,6 +39,14 @@ std::unique_ptr<Desktop> Desktop::Install(std::unique_ptr<Desktop> desktop) {
     return std::unique_ptr<Desktop>(std::exchange(TheDesktop(), desktop.release()));
 }
 
+const WindowRecord* Desktop::Find(HWND window) const {
+    return m_table.Find(window);
+}
+
+std::size_t Desktop::WindowCount() const {
+    return m_table.Count();
+}
+
 CWnd* Desktop::ObjectOf(HWND window) const {
     const WindowRecord* record = m_table.Find(window);
     return record != nullptr ? record->object : nullptr;

@@ -45,12 +45,12 @@ public:
 
     [[nodiscard]] Display& GetDisplay() { return *m_display; }
     [[nodiscard]] const Clock& GetClock() const { return *m_clock; }
-    [[nodiscard]] const WindowRecord* Find(HWND window) const { return m_table.Find(window); }
+    [[nodiscard]] const WindowRecord* Find(HWND window) const;
     [[nodiscard]] CWnd* ObjectOf(HWND window) const;
     /// The top-level windows from the topmost to the lowest.
     [[nodiscard]] const std::vector<HWND>& TopLevels() const { return m_topLevels; }
     /// Number of windows in the table.
-    [[nodiscard]] std::size_t WindowCount() const { return m_table.Count(); }
+    [[nodiscard]] std::size_t WindowCount() const;
     void SetObserver(Observer observer) { m_observer = std::move(observer); }
 
     // Loops: the host's or the layer's own.

@@ -206,7 +206,7 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 bool CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     const HWND self = m_hWnd;
     if (message == WM_COMMAND) {
-        return OnCommand(wParam, lParam) || !FromHandle(self);
+        return RouteCommand(wParam, lParam) || !FromHandle(self);
     }
     for (const MessageMap* map = &GetMessageMap(); map != nullptr; map = map->base) {
         for (const MessageMapEntry& entry : map->entries) {
@@ -221,7 +221,7 @@ bool CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 }
 
 /// A control's notification goes back to the control first; what it does not handle is its parent's.
-bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
+bool CWnd::RouteCommand(WPARAM wParam, LPARAM lParam) {
     const HWND self = m_hWnd;
     const UINT id = LoWord(wParam);
     const UINT code = HiWord(wParam);

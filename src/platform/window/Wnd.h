@@ -117,7 +117,7 @@ protected:
     LRESULT Default();
 
 private:
-    bool OnCommand(WPARAM wParam, LPARAM lParam);
+    bool RouteCommand(WPARAM wParam, LPARAM lParam);
     bool OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     LRESULT OnMouseWheelDefault(WPARAM wParam, LPARAM lParam);
     void OnPaintDefault();
