@@ -29,7 +29,8 @@ MAY_INCLUDE = {
 LAYER = set(MAY_INCLUDE) - {"platform/debug"} - {"platform/display/memory", "platform/display/x11"}
 MAY_INCLUDE |= {
     "storage": {"platform/core"},
-    "resources": {"platform/core", "platform/resource"},
+    # Embedded dialog templates are made of the dialogs' own types.
+    "resources": {"platform/core", "platform/resource", "platform/dialog"},
     "AplCommon": LAYER | {"storage"},
     "controls": LAYER | {"storage", "resources"},
     "dialogs": LAYER | {"storage", "resources", "AplCommon", "controls"},
