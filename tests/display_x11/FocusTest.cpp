@@ -1,5 +1,7 @@
 #include "X11DisplayTest.h"
 
+#include "platform/display/x11/X11DisplayImpl.h"
+
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 namespace veldan {
@@ -18,16 +20,23 @@ protected:
         ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
     }
 
+    std::unique_ptr<Display> MakeDisplay() override {
+        auto clock = std::make_unique<ManualClock>();
+        m_clock = clock.get();
+        return std::make_unique<X11Display>(X11Connection::Open(m_server.Name().c_str()), std::move(clock), true);
+    }
+
     // Makes a loss of the focus the person's own doing.
     void PressOutside() {
         m_hand.ClickAt(kFarAway);
         ASSERT_TRUE(WaitFor(DisplayEventKind::OutsidePress));
     }
 
+    ManualClock* m_clock = nullptr;
     std::optional<XForeignWindow> m_other;
 };
 
-INSTANTIATE_TEST_SUITE_P(Managed, FocusTest, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(OnServer, FocusTest, testing::Bool(), ManagedOrBare);
 
 TEST_P(FocusTest, IsTakenAndGivenBack) {
     ShowFocusedMenu();
@@ -58,17 +67,21 @@ TEST_P(FocusTest, LossToAForeignWindowIsToldAndLeftAlone) {
 }
 
 TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnce) {
-    ShowMenu();
-    m_display->SetVisible(kMenu, false);
-    m_display->SetVisible(kMenu, true);
-    m_display->TakeFocus(kMenu);
-    m_display->Sync();
+    ShowFocusedMenu();
+    m_clock->Advance(299);
     m_other->TakeFocus();
-    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn) || m_hand.Focus() == WindowOf(kMenu));
+    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
     EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kMenu); }));
     m_other->TakeFocus();
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
     EXPECT_EQ(m_hand.Focus(), m_other->Id());
+}
+
+TEST_P(FocusTest, LaterLossIsTold) {
+    ShowFocusedMenu();
+    m_clock->Advance(300);
+    m_other->TakeFocus();
+    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
 }
 
 TEST_P(FocusTest, MovesBetweenOwnWindowsAreNoLoss) {

@@ -1,8 +1,11 @@
 #include "X11DisplayTest.h"
 
 #include "platform/core/Keys.h"
+#include "platform/display/x11/X11DisplayImpl.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <vector>
 
 namespace veldan {
 
@@ -185,12 +188,30 @@ TEST_F(KeysTest, AnotherMapIsTakenOverAndDeadKeysCompose) {
     EXPECT_EQ(Typed(XKB_KEY_e).text, "e");
 }
 
-class OutsidePressTest : public X11DisplayTest, public testing::WithParamInterface<bool> {
-protected:
-    OutsidePressTest() : X11DisplayTest({.withManager = GetParam()}) {}
+struct Watch {
+    const char* name;
+    bool isManaged;
+    bool useRawPresses;
 };
 
-INSTANTIATE_TEST_SUITE_P(Managed, OutsidePressTest, testing::Bool());
+void PrintTo(const Watch& watch, std::ostream* out) {
+    *out << watch.name;
+}
+
+class OutsidePressTest : public X11DisplayTest, public testing::WithParamInterface<Watch> {
+protected:
+    OutsidePressTest() : X11DisplayTest({.withManager = GetParam().isManaged}) {}
+
+    std::unique_ptr<Display> MakeDisplay() override {
+        return std::make_unique<X11Display>(X11Connection::Open(m_server.Name().c_str()),
+                                            std::make_unique<SteadyClock>(), GetParam().useRawPresses);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Watched, OutsidePressTest,
+                         testing::Values(Watch{"ByRawPresses", false, true}, Watch{"ByRawPressesManaged", true, true},
+                                         Watch{"ByGrab", false, false}, Watch{"ByGrabManaged", true, false}),
+                         [](const auto& watch) { return watch.param.name; });
 
 TEST_P(OutsidePressTest, IsToldAndReachesItsTarget) {
     XForeignWindow other(m_server.Name(), {600, 400, 800, 600}, 0x808080);
@@ -220,6 +241,20 @@ TEST_P(OutsidePressTest, PressesInOwnWindowsAndWheelStepsAreNone) {
         hasEnded = event.kind == DisplayEventKind::ButtonRelease && event.button == 2;
     }
     EXPECT_TRUE(hasEnded);
+}
+
+TEST_P(OutsidePressTest, IsToldAlsoWhenThePointerHasComeInMeanwhile) {
+    ShowMenu();
+    m_hand.ClickAt(kFarAway);
+    m_hand.ClickAt(kInMenu);
+    DisplayEvent event;
+    std::vector<DisplayEventKind> presses;
+    while (presses.size() < 2 && WaitUntil([&] { return m_display->NextEvent(event); })) {
+        const bool isPress =
+            event.kind == DisplayEventKind::OutsidePress || event.kind == DisplayEventKind::ButtonPress;
+        if (isPress) presses.push_back(event.kind);
+    }
+    EXPECT_EQ(presses, (std::vector{DisplayEventKind::OutsidePress, DisplayEventKind::ButtonPress}));
 }
 
 TEST_P(OutsidePressTest, IsToldOnlyWhileAWindowIsShown) {

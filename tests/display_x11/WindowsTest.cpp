@@ -1,5 +1,7 @@
 #include "X11DisplayTest.h"
 
+#include "platform/display/x11/X11Upload.h"
+
 namespace veldan {
 
 namespace {
@@ -10,15 +12,17 @@ struct ServerKind {
     bool overTcp = false;
 };
 
+void PrintTo(const ServerKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
+
 // What windows and pixels do must not depend on what else the server can do.
 class WindowsTest : public X11DisplayTest, public testing::WithParamInterface<ServerKind> {
 protected:
     WindowsTest() : X11DisplayTest(GetParam().options) {}
 
-    void SetUp() override {
-        X11DisplayTest::SetUp();
-        if (GetParam().overTcp) m_display = CreateX11Display(m_server.TcpName().c_str());
-        ASSERT_NE(m_display, nullptr);
+    std::unique_ptr<Display> MakeDisplay() override {
+        return CreateX11Display((GetParam().overTcp ? m_server.TcpName() : m_server.Name()).c_str());
     }
 };
 
@@ -65,6 +69,19 @@ TEST_P(WindowsTest, MoreIsPresentedInARowThanSharedMemoryHolds) {
     for (const CPoint corner : {CPoint{0, 0}, CPoint{999, 0}, CPoint{500, 350}, CPoint{999, 699}}) {
         EXPECT_TRUE(m_hand.WaitForPixel(corner, 20)) << corner.x << ", " << corner.y;
     }
+}
+
+TEST(UploadTest, GoesThroughSharedMemoryWhereTheServerSharesIt) {
+    const XServer server({.overTcp = true});
+    const XServer withoutMemory({.arguments = {"-extension", "MIT-SHM"}});
+    ASSERT_TRUE(server.IsRunning() && withoutMemory.IsRunning());
+    const auto isShared = [](const std::string& name) {
+        const auto connection = X11Connection::Open(name.c_str());
+        return connection && X11Upload(*connection).IsShared();
+    };
+    EXPECT_TRUE(isShared(server.Name()));
+    EXPECT_FALSE(isShared(server.TcpName()));
+    EXPECT_FALSE(isShared(withoutMemory.Name()));
 }
 
 class PixelsTest : public X11DisplayTest {};

@@ -31,10 +31,12 @@ protected:
 
     void SetUp() override {
         ASSERT_TRUE(m_server.IsRunning());
-        m_display = CreateX11Display(m_server.Name().c_str());
+        m_display = MakeDisplay();
         ASSERT_NE(m_display, nullptr);
         m_hand.Move(kFarAway);
     }
+
+    virtual std::unique_ptr<Display> MakeDisplay() { return CreateX11Display(m_server.Name().c_str()); }
 
     void Present(TopLevelId id, CSize size, std::uint32_t colour) {
         Surface pixels(size.cx, size.cy);
@@ -93,6 +95,11 @@ protected:
     XHand m_hand;
     std::unique_ptr<Display> m_display;
 };
+
+/// For tests that are run on a bare server and on a managed one.
+inline std::string ManagedOrBare(const testing::TestParamInfo<bool>& isManaged) {
+    return isManaged.param ? "Managed" : "Bare";
+}
 
 class ManagedX11DisplayTest : public X11DisplayTest {
 protected:

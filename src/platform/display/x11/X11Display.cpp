@@ -10,16 +10,17 @@ std::unique_ptr<Display> CreateX11Display(const char* displayName) {
     auto connection = X11Connection::Open(displayName);
     if (!connection) return nullptr;
     const bool useRawPresses = connection->Features().rawPresses;
-    return std::make_unique<X11Display>(std::move(connection), useRawPresses);
+    return std::make_unique<X11Display>(std::move(connection), std::make_unique<SteadyClock>(), useRawPresses);
 }
 
-X11Display::X11Display(std::unique_ptr<X11Connection> connection, bool useRawPresses)
+X11Display::X11Display(std::unique_ptr<X11Connection> connection, std::unique_ptr<Clock> clock, bool useRawPresses)
     : m_connection(std::move(connection)),
+      m_clock(std::move(clock)),
       m_upload(*m_connection),
       m_keyboard(*m_connection),
       m_cursors(*m_connection),
       m_outside(*m_connection, m_windows, useRawPresses),
-      m_focus(*m_connection, m_windows),
+      m_focus(*m_connection, m_windows, *m_clock),
       m_screen{m_connection->Screen()->width_in_pixels, m_connection->Screen()->height_in_pixels} {
     // Tells of a change of the screen's size.
     constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;

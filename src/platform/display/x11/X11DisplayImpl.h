@@ -22,7 +22,7 @@ namespace veldan {
 /// pointer or the focus that left one own window came into another, and only the newest of several moves counts.
 class X11Display final : public Display {
 public:
-    X11Display(std::unique_ptr<X11Connection> connection, bool useRawPresses);
+    X11Display(std::unique_ptr<X11Connection> connection, std::unique_ptr<Clock> clock, bool useRawPresses);
     ~X11Display() override;
     X11Display(const X11Display&) = delete;
     X11Display& operator=(const X11Display&) = delete;
@@ -79,6 +79,7 @@ private:
     void PushMoved();
 
     std::unique_ptr<X11Connection> m_connection;
+    std::unique_ptr<Clock> m_clock;
     X11Windows m_windows;
     X11Upload m_upload;
     X11Keyboard m_keyboard;

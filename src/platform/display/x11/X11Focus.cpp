@@ -6,8 +6,9 @@ namespace veldan {
 
 namespace {
 
-// Some servers move the focus away once, right after a window has been shown and without any doing of the person.
-constexpr std::chrono::milliseconds kStrayLoss{300};
+// Milliseconds in which some servers move the focus away once after a window has been shown, without the person's
+// doing.
+constexpr std::int64_t kStrayLoss = 300;
 
 bool IsNobody(xcb_window_t window) {
     return window == XCB_INPUT_FOCUS_NONE || window == XCB_INPUT_FOCUS_POINTER_ROOT;
@@ -42,6 +43,7 @@ void X11Focus::LearnWhoHadIt() {
 
 void X11Focus::GiveBack() {
     m_wanted = 0;
+    m_mayRetake = false;
     LearnWhoHadIt();
     const xcb_window_t before = std::exchange(m_before, 0);
     if (before == 0) return;
@@ -51,7 +53,7 @@ void X11Focus::GiveBack() {
 }
 
 void X11Focus::OnShow() {
-    m_shownAt = std::chrono::steady_clock::now();
+    m_shownAt = m_clock.Now();
     m_mayRetake = true;
 }
 
@@ -77,7 +79,7 @@ void X11Focus::OnFocusOut(const X11TopLevel& topLevel) {
 }
 
 bool X11Focus::MayRetake() const {
-    return m_mayRetake && std::chrono::steady_clock::now() - m_shownAt < kStrayLoss;
+    return m_mayRetake && m_clock.Now() - m_shownAt < kStrayLoss;
 }
 
 std::optional<TopLevelId> X11Focus::Settle() {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/core/Clock.h"
 #include "platform/display/x11/X11Windows.h"
 
-#include <chrono>
 #include <optional>
 
 namespace veldan {
@@ -11,7 +11,8 @@ namespace veldan {
 /// the server sent was looked at: one that ends in another own window is no loss.
 class X11Focus {
 public:
-    X11Focus(X11Connection& connection, const X11Windows& windows) : m_connection(connection), m_windows(windows) {}
+    X11Focus(X11Connection& connection, const X11Windows& windows, const Clock& clock)
+        : m_connection(connection), m_windows(windows), m_clock(clock) {}
 
     void Take(X11TopLevel& topLevel);
     /// The focus goes to whoever had it before the first Take, unless a foreign window has it by now.
@@ -29,21 +30,20 @@ public:
     [[nodiscard]] std::optional<TopLevelId> Settle();
 
 private:
-    using Time = std::chrono::steady_clock::time_point;
-
     void Set(xcb_window_t window);
     void LearnWhoHadIt();
     [[nodiscard]] bool MayRetake() const;
 
     X11Connection& m_connection;
     const X11Windows& m_windows;
+    const Clock& m_clock;
     TopLevelId m_now = 0;
     TopLevelId m_told = 0;    // what Settle gave last
     TopLevelId m_taken = 0;   // had the focus before the loss that is to be judged
     TopLevelId m_wanted = 0;  // takes the focus when the server has mapped it
     std::optional<xcb_get_input_focus_cookie_t> m_asked;
     xcb_window_t m_before = 0;
-    Time m_shownAt{};
+    std::int64_t m_shownAt = 0;
     bool m_mayRetake = false;
 };
 

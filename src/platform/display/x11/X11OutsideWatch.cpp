@@ -69,8 +69,8 @@ bool X11OutsideWatch::OnPress(const xcb_button_press_event_t& event) {
     // The grab holds all input until the press is let through to its own receiver, which may be an own window.
     xcb_allow_events(m_connection.Get(), XCB_ALLOW_REPLAY_POINTER, XCB_CURRENT_TIME);
     xcb_flush(m_connection.Get());
-    const CPoint screen{event.root_x, event.root_y};
-    if (!m_windows.IsHit(event.child, screen)) m_outside = screen;
+    // Servers report a press that was held back with the place of the one before, so only the window counts.
+    if (!m_windows.FindOutermost(event.child)) m_outside = {event.root_x, event.root_y};
     return true;
 }
 
@@ -79,7 +79,10 @@ void X11OutsideWatch::Settle() {
     // While another program grabs the pointer, nothing tells that it has moved to a foreign window. A manager may also
     // still hold the press back from an own one.
     const auto now = AskPointer();
-    if (now && !m_windows.IsHit(now->child, {now->root_x, now->root_y})) m_outside = {now->root_x, now->root_y};
+    if (!now) return;
+    const CPoint screen{now->root_x, now->root_y};
+    const X11TopLevel* hit = m_windows.FindOutermost(now->child);
+    if (!hit || !hit->Rect().Contains(screen)) m_outside = screen;
 }
 
 X11Owned<xcb_query_pointer_reply_t> X11OutsideWatch::AskPointer() {

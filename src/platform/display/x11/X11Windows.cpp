@@ -36,11 +36,11 @@ bool X11Windows::IsAnyVisible() const {
     return std::any_of(begin(), end(), [](const auto& entry) { return entry.second->IsVisible(); });
 }
 
-bool X11Windows::IsHit(xcb_window_t outermost, CPoint screen) const {
-    return std::any_of(begin(), end(), [&](const auto& entry) {
-        const X11TopLevel& topLevel = *entry.second;
-        return topLevel.IsVisible() && topLevel.Outermost() == outermost && topLevel.Rect().Contains(screen);
+const X11TopLevel* X11Windows::FindOutermost(xcb_window_t child) const {
+    const auto found = std::find_if(begin(), end(), [child](const auto& entry) {
+        return entry.second->IsVisible() && entry.second->Outermost() == child;
     });
+    return found == end() ? nullptr : found->second.get();
 }
 
 }  // namespace veldan

@@ -18,8 +18,8 @@ public:
     [[nodiscard]] X11TopLevel* Find(TopLevelId id) const;
     [[nodiscard]] X11TopLevel* FindWindow(xcb_window_t window) const;
     [[nodiscard]] bool IsAnyVisible() const;
-    /// Whether a point of the screen lies in an own window; `outermost` is the root's child at that point.
-    [[nodiscard]] bool IsHit(xcb_window_t outermost, CPoint screen) const;
+    /// The shown window that a child of the root is or, as a manager's frame, surrounds.
+    [[nodiscard]] const X11TopLevel* FindOutermost(xcb_window_t child) const;
 
     [[nodiscard]] auto begin() const { return m_byId.begin(); }
     [[nodiscard]] auto end() const { return m_byId.end(); }
