@@ -41,8 +41,8 @@ const MessageMap& CDlgCustomMenu::GetMessageMap() const {
         OnMessage<kMsgGroupHover, &CDlgCustomMenu::OnSmallMenuButtonItemChange>(),
         OnMessage<kMsgItemHover, &CDlgCustomMenu::OnItemHover>(),
         OnMessage<kMsgItemClick, &CDlgCustomMenu::OnItemClick>(),
-        veldan::OnCommand<kScrollUpID, &CDlgCustomMenu::OnScrollUp>(),
-        veldan::OnCommand<kScrollDownID, &CDlgCustomMenu::OnScrollDown>(),
+        OnCommand<kScrollUpID, &CDlgCustomMenu::OnScrollUp>(),
+        OnCommand<kScrollDownID, &CDlgCustomMenu::OnScrollDown>(),
     };
     static const MessageMap kMap{&CDialog::ClassMessageMap(), kEntries};
     return kMap;
@@ -99,7 +99,7 @@ LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
     CString strBase;
     GetBasePath(strBase);
     const CString strPath = ToHostPath(
-        Format("%s\\Profiles\\%s\\%s", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
+        Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
     const HWND self = GetSafeHwnd();
     if (m_hHostWnd) {
         Desktop::Get().SendMessage(m_hHostWnd, m_uHostMsg, 0, reinterpret_cast<LPARAM>(strPath.c_str()));

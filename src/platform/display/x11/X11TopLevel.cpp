@@ -15,7 +15,7 @@ namespace veldan {
 
 namespace {
 
-constexpr std::string_view kClass{"veldan\0veldan", 14};  // instance and class, each with its final zero
+constexpr std::string_view kClass{"veldan\0veldan\0", 14};  // instance and class, each with its final zero
 constexpr std::uint32_t kBlack = 0xff000000;
 
 constexpr std::uint32_t kEvents = XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
