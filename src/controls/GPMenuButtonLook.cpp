@@ -87,8 +87,8 @@ void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
 
 void CGPMenuButtonLook::DrawTexts(CDC& dc, State state) const {
     constexpr int kMargin = 4;
-    // Measured with the context's own font, before any other is selected.
-    const int lineHeight = dc.GetTextExtent(strCaption).cy;
+    // That of the context's own font, before any other is selected. Texts of one line are all of one height.
+    const int lineHeight = dc.GetTextExtent({}).cy;
     CRect caption = {size.cy + kMargin, kMargin, size.cx - kMargin,
                      nKind == 1 ? lineHeight + kMargin : size.cy - kMargin};
     CRect description = {caption.left, lineHeight + kMargin, caption.right, size.cy};

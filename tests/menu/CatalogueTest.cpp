@@ -1,0 +1,244 @@
+#include "menu/MenuFixture.h"
+#include "platform/core/Path.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace veldan {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class CatalogueTest : public MenuTest {
+protected:
+    [[nodiscard]] static const MenuItem& Group(int number) { return *Menu().FindLevel1Item(kFirstGroupID + number); }
+    [[nodiscard]] static const MenuItem& Item(int id) { return *Menu().FindLevel2Item(id); }
+    [[nodiscard]] static std::vector<int> IDsOf(int group) {
+        std::vector<int> ids;
+        for (const auto& [strKey, pItem] : Group(group).m_mapLevel2Menu) {
+            EXPECT_EQ(strKey, Format("%d", pItem->m_iID));
+            ids.push_back(pItem->m_iID);
+        }
+        std::ranges::sort(ids);
+        return ids;
+    }
+    [[nodiscard]] static CRect PlaceOf(const CWnd& window) { return Menu().ScreenToClient(window.GetWindowRect()); }
+};
+
+TEST_F(CatalogueTest, GroupsAndProfilesStandWhereTheirNumbersTell) {
+    m_tree.Groups({"Recent", "Movies", "Music"});
+    m_tree.Fill("Movies", 3);
+    Init();
+    EXPECT_EQ(Menu().GetWindowRect().Size(), (CSize{507, 94}));
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    EXPECT_EQ(PlaceOf(*Group(2).m_pButton), (CRect{2, 62, 152, 92}));
+    const MenuItem& item = Item(1002);
+    EXPECT_EQ(PlaceOf(*item.m_pButton), (CRect{155, 117, 505, 167}));
+    EXPECT_EQ(item.m_iIndex, 2);
+    EXPECT_EQ(item.m_pParent, &Group(1));
+    EXPECT_EQ(item.m_strName, "Name p2");
+    EXPECT_EQ(item.m_pButton->GetDescription(), "Comment p2");
+    EXPECT_EQ(item.m_pButton->GetWindowText(), "p2.xml");
+    EXPECT_TRUE(item.m_pButton->HasImage());
+}
+
+TEST_F(CatalogueTest, StarsAtTheEndAreAMarkAndNoPartOfTheName) {
+    m_tree.Groups({"One**", "Two*", "Th*ree", "Four"});
+    m_tree.Fill("One", 1);
+    Init();
+    EXPECT_EQ(Group(0).m_strFolder, "One");
+    EXPECT_EQ(Group(0).m_pButton->GetCaption(), "One*");
+    EXPECT_EQ(Group(0).m_iMenuNum, 1);
+    EXPECT_EQ(Group(1).m_pButton->GetCaption(), "Two*");
+    EXPECT_EQ(Group(2).m_strFolder, "Th*ree");
+    EXPECT_EQ(Group(3).m_pButton->GetCaption(), "Four");
+}
+
+TEST_F(CatalogueTest, RewrittenGroupsTakeNoOrdinaryIds) {
+    m_tree.Groups({"A", "Recent*", "B", "UserDefine"});
+    m_tree.Fill("A", 2);
+    m_tree.Fill("Recent", 4);
+    m_tree.Fill("B", 3);
+    m_tree.Fill("UserDefine", 1);
+    Init();
+    EXPECT_THAT(IDsOf(0), ElementsAre(1000, 1001));
+    EXPECT_THAT(IDsOf(1), ElementsAre(4550, 4551, 4552, 4553));
+    EXPECT_THAT(IDsOf(2), ElementsAre(1002, 1003, 1004));
+    EXPECT_THAT(IDsOf(3), ElementsAre(4600));
+    EXPECT_EQ(Menu().GetRecentGroupID(), 4001);
+    EXPECT_EQ(Menu().GetUserDefineGroupID(), 4003);
+}
+
+TEST_F(CatalogueTest, AMissingEntryIsABlankRowInItsPlace) {
+    m_tree.Groups({"A"});
+    m_tree.Fill("A", 3);
+    m_tree.Write("A/order.ini", "[Order]\r\n7=p1.xml\r\n2=p2.xml\r\n0=p0.xml\r\nNum=3\r\np2.xml=p2.png\r\n");
+    Init();
+    EXPECT_EQ(Item(1000).m_strName, "Name p0");
+    EXPECT_FALSE(Item(1000).m_pButton->HasImage());
+    EXPECT_EQ(Item(1001).m_strXml, "");
+    EXPECT_EQ(Item(1001).m_pButton->GetCaption(), "");
+    EXPECT_EQ(Item(1002).m_iIndex, 2);
+    EXPECT_TRUE(Item(1002).m_pButton->HasImage());
+    EXPECT_EQ(Menu().Items().size(), 3U);
+}
+
+TEST_F(CatalogueTest, WithoutAnIndexTheMenuIsEmpty) {
+    Init();
+    EXPECT_EQ(Menu().GetWindowRect().Size(), (CSize{507, 4}));
+    Show();
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_THAT(Menu().Groups(), IsEmpty());
+    EXPECT_EQ(CWnd::GetFocus(), &Strip(kScrollUpID));
+}
+
+TEST_F(CatalogueTest, CountsThatMakeNoSenseCountAsNone) {
+    m_tree.Groups({"A", "B", "C"});
+    m_tree.Write("A/order.ini", "[Order]\r\nNum=-4\r\n0=a.xml\r\n");
+    m_tree.Write("B/order.ini", "[Order]\r\nNum=many\r\n0=a.xml\r\n");
+    Init();
+    EXPECT_EQ(Group(0).m_iMenuNum, 0);
+    EXPECT_EQ(Group(1).m_iMenuNum, 0);
+    EXPECT_EQ(Group(2).m_iMenuNum, 0);
+    EXPECT_THAT(Menu().Items(), IsEmpty());
+}
+
+TEST_F(CatalogueTest, RowsAreMadeAsFarAsIdsReach) {
+    m_tree.Groups({"A", "Recent", "UserDefine", "B", "C"});
+    m_tree.Write("A/order.ini", "[Order]\r\nNum=2000\r\n");
+    m_tree.Write("B/order.ini", "[Order]\r\nNum=99999999999\r\n");
+    m_tree.Write("C/order.ini", "[Order]\r\nNum=1\r\n");
+    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=80\r\n");
+    m_tree.Write("UserDefine/order.ini", "[Order]\r\nNum=4000\r\n");
+    Init();
+    EXPECT_EQ(Group(0).m_iMenuNum, 2000);
+    EXPECT_EQ(Group(1).m_iMenuNum, 50);
+    EXPECT_EQ(Group(2).m_iMenuNum, 2900);
+    EXPECT_EQ(Group(3).m_iMenuNum, 997);
+    EXPECT_EQ(Group(4).m_iMenuNum, 0);
+    EXPECT_TRUE(Menu().FindLevel2Item(3996));
+    EXPECT_EQ(Menu().Items().size(), 2997U + 50 + 2900);
+}
+
+TEST_F(CatalogueTest, GroupsAreMadeAsFarAsIdsReach) {
+    m_tree.Write("order.ini", "[Order]\r\nNum=2147483647\r\n");
+    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=1\r\n");
+    Init();
+    EXPECT_EQ(Menu().Groups().size(), 549U);
+    EXPECT_EQ(Menu().GetWindowRect().Height(), 549 * 30 + 4);
+}
+
+TEST_F(CatalogueTest, NothingIsOpenedOutsideOfAGroupsFolder) {
+    m_tree.Folder().Write("secret.xml", ProfileTree::Profile("Secret", ""));
+    m_tree.Folder().Write("secret.png", ProfileTree::Icon(RGB(1, 2, 3)));
+    m_tree.Folder().Write("order.ini", "[Order]\r\nNum=1\r\n0=secret.xml\r\nsecret.xml=secret.png\r\n");
+    m_tree.Groups({"A", "..", "A/../.."});
+    m_tree.Write("A/order.ini", ProfileTree::Index({{"../../secret.xml", "..\\..\\secret.png"}}));
+    Init();
+    EXPECT_EQ(Item(1000).m_strXml, "../../secret.xml");
+    EXPECT_EQ(Item(1000).m_strName, "");
+    EXPECT_FALSE(Item(1000).m_pButton->HasImage());
+    EXPECT_EQ(Group(1).m_iMenuNum, 0);
+    EXPECT_EQ(Group(2).m_iMenuNum, 0);
+}
+
+TEST_F(CatalogueTest, ANamelessGroupHasOneRowPerGroup) {
+    m_tree.Groups({"A", "", "B"});
+    m_tree.Fill("B", 1);
+    Init();
+    EXPECT_EQ(Group(1).m_iMenuNum, 3);
+    EXPECT_THAT(IDsOf(1), ElementsAre(1000, 1001, 1002));
+    EXPECT_EQ(Item(1002).m_strXml, "B");
+    EXPECT_EQ(Item(1002).m_strName, "");
+    EXPECT_THAT(IDsOf(2), ElementsAre(1003));
+}
+
+TEST_F(CatalogueTest, OfTwoGroupsOfOneNameTheLaterHasTheRows) {
+    m_tree.Groups({"Recent", "Recent*"});
+    m_tree.Fill("Recent", 2);
+    Init();
+    EXPECT_THAT(IDsOf(0), IsEmpty());
+    EXPECT_THAT(IDsOf(1), ElementsAre(4550, 4551));
+    EXPECT_EQ(Menu().GetRecentGroupID(), 4000);
+    // The dialog, two groups, two rows, two strips with their tips, the add button, and the host.
+    EXPECT_EQ(TheDesktop().WindowCount(), 11U);
+}
+
+TEST_F(CatalogueTest, NamesAreShownAsTheyStandInTheFile) {
+    m_tree.Groups({"A"});
+    m_tree.Fill("A", 4);
+    m_tree.Write("A/p0.xml", "\t <ProfileComment value=\"a &amp; \xe4\"/> \r\n  <ProfileName value=\"\"/>\n<ProfileName value=\"x\"/>\n");
+    m_tree.Write("A/p1.xml", "<Profile><ProfileName value=\"inside\"/>\n<ProfileName value=\"a\n");
+    m_tree.Write("A/p2.xml", "");
+    chmod(m_tree.Write("A/p3.xml", ProfileTree::Profile("read only", "")).c_str(), 0444);
+    Init();
+    EXPECT_EQ(Item(1000).m_strComment, "a &amp; \xe4");
+    EXPECT_EQ(Item(1000).m_strName, "");
+    EXPECT_EQ(Item(1001).m_strName, "");
+    EXPECT_EQ(Item(1002).m_strName, "");
+    EXPECT_EQ(Item(1003).m_strName, "");
+}
+
+TEST_F(CatalogueTest, SpellingOfFoldersAndFilesDoesNotMatter) {
+    m_tree.Groups({"MOVIES"});
+    m_tree.Fill("Movies", 1);
+    m_tree.Write("Movies/order.ini", ProfileTree::Index({{"P0.XML", "P0.PNG"}}));
+    Init();
+    EXPECT_EQ(Item(1000).m_strName, "Name p0");
+    EXPECT_TRUE(Item(1000).m_pButton->HasImage());
+}
+
+TEST_F(CatalogueTest, FilesThatAreNoneGiveASmallerMenu) {
+    m_tree.Groups({"A", "B"});
+    m_tree.Fill("A", 3);
+    std::filesystem::create_directories(m_tree.Folder() / "Profiles/B/order.ini");
+    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.xml");
+    std::filesystem::create_directories(m_tree.Folder() / "Profiles/A/p0.xml");
+    m_tree.Write("A/p1.png", "no picture");
+    std::filesystem::resize_file(m_tree.Write("A/p2.xml", ""), 100'000'000);
+    std::filesystem::resize_file(m_tree.Write("A/p2.png", ""), 100'000'000);
+    InitAndShow();
+    Open(0);
+    EXPECT_THAT(ShownRows(), ElementsAre("p0.xml", "p1.xml"));
+    EXPECT_EQ(Group(1).m_iMenuNum, 0);
+    EXPECT_TRUE(Item(1001).m_pButton->HasImage());
+}
+
+TEST_F(CatalogueTest, ReloadReadsEverythingAnewAndHidesTheMenu) {
+    m_tree.Groups({"A", "B"});
+    m_tree.Fill("A", 9);
+    InitAndShow();
+    Open(0);
+    Person().Click(kMenuAt + CPoint{300, 55});
+    Menu().OnScrollDown();
+    m_tree.Groups({"C", "A", "B"});
+    EXPECT_EQ(Menu().ReloadCatalogue(), TRUE);
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    EXPECT_EQ(Menu().OpenGroupID(), kFirstGroupID);
+    EXPECT_EQ(Menu().GetWindowRect().Height(), 94);
+    Show();
+    EXPECT_THAT(ShownRows(), IsEmpty());
+    Open(1);
+    EXPECT_THAT(ShownRows(), ElementsAre("p0.xml", "p1.xml", "p2.xml"));
+    EXPECT_EQ(PlaceOf(Strip(kScrollDownID)).top, 47);
+}
+
+TEST_F(CatalogueTest, WithoutABaseFolderProfilesStandBesideTheProgram) {
+    VELDAN_InitProfileMenus(nullptr, "");
+    CString strBase;
+    Menu().GetBasePath(strBase);
+    EXPECT_EQ(strBase, ToHostPath(std::filesystem::read_symlink("/proc/self/exe").parent_path().string()));
+}
+
+TEST(FileNameOfPathTest, IsWhatStandsBehindTheLastSeparator) {
+    EXPECT_EQ(FileNameOfPath("a/b\\c.xml"), "c.xml");
+    EXPECT_EQ(FileNameOfPath("a\\b/c.xml"), "c.xml");
+    EXPECT_EQ(FileNameOfPath("c.xml"), "c.xml");
+    EXPECT_EQ(FileNameOfPath("/c.xml"), "/c.xml");
+    EXPECT_EQ(FileNameOfPath("a/b/"), "");
+}
+
+}  // namespace
+}  // namespace veldan

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "menu/DlgCustomMenu.h"
+#include "support/DesktopFixture.h"
+#include "veldan/veldan.h"
+
+#include "menu/ProfileTree.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace veldan {
+
+constexpr UINT kPickMessage = 7000;
+
+/// A host's window, which writes down what was picked.
+class HostWnd : public CWnd {
+public:
+    std::vector<CString> picks;
+    std::function<void()> onPick;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == kPickMessage) {
+            EXPECT_EQ(wParam, 0U);
+            picks.emplace_back(reinterpret_cast<const char*>(lParam));
+            if (onPick) {
+                onPick();
+            }
+            return 0;
+        }
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+};
+
+/// A host's window to the right, and room for the menu beside it.
+class MenuTest : public DesktopTest {
+protected:
+    static constexpr CPoint kMenuAt = {100, 100};
+
+    MenuTest() {
+        m_host.CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {700, 50, 1300, 850}, {}, 0);
+        Person().Settle();
+    }
+    ~MenuTest() override { VELDAN_ReleaseProfileMenus(); }
+
+    void Init() { VELDAN_InitProfileMenus(&m_host, m_tree.Base().c_str()); }
+    void Show() {
+        VELDAN_ShowProfileMenus(&m_host, kMenuAt.x, kMenuAt.y, kPickMessage);
+        Person().Settle();
+    }
+    void InitAndShow() {
+        Init();
+        Show();
+    }
+
+    [[nodiscard]] static CDlgCustomMenu& Menu() { return *g_pMenuDialog; }
+    [[nodiscard]] static CPoint GroupPoint(int group) { return kMenuAt + CPoint{100, 17 + 30 * group}; }
+    [[nodiscard]] static CPoint RowPoint(int row) { return kMenuAt + CPoint{400, 42 + 50 * row}; }
+    [[nodiscard]] static CPoint Outside() { return kMenuAt + CPoint{-50, -50}; }
+
+    /// Rests on a group, which opens it.
+    void Open(int group) { Person().Rest(GroupPoint(group)); }
+
+    /// File names of the rows that are shown, from top to bottom.
+    [[nodiscard]] static std::vector<CString> ShownRows() {
+        std::vector<const MenuItem*> shown;
+        for (const auto& [strKey, pItem] : Menu().Items()) {
+            if ((pItem->m_pButton->GetStyle() & WS_VISIBLE) != 0) {
+                shown.push_back(pItem.get());
+            }
+        }
+        std::ranges::sort(shown, {}, [](const MenuItem* pItem) { return pItem->m_pButton->GetWindowRect().top; });
+        std::vector<CString> names;
+        for (const MenuItem* pItem : shown) {
+            names.push_back(pItem->m_strXml);
+        }
+        return names;
+    }
+
+    [[nodiscard]] static CGPScrollImageButton& Strip(int id) {
+        return dynamic_cast<CGPScrollImageButton&>(*Menu().GetDlgItem(static_cast<UINT>(id)));
+    }
+    /// The looks of both strips: 'u' or 'd' for one that is normal.
+    [[nodiscard]] static CString StripLooks() {
+        return CString(Strip(kScrollUpID).m_bDisabledLook ? "-" : "u") + (Strip(kScrollDownID).m_bDisabledLook ? "-" : "d");
+    }
+
+    ProfileTree m_tree;
+    HostWnd m_host;
+};
+
+}  // namespace veldan
