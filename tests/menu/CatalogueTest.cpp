@@ -169,7 +169,9 @@ TEST_F(CatalogueTest, OfTwoGroupsOfOneNameTheLaterHasTheRows) {
 TEST_F(CatalogueTest, NamesAreShownAsTheyStandInTheFile) {
     m_tree.Groups({"A"});
     m_tree.Fill("A", 4);
-    m_tree.Write("A/p0.xml", "\t <ProfileComment value=\"a &amp; \xe4\"/> \r\n  <ProfileName value=\"\"/>\n<ProfileName value=\"x\"/>\n");
+    m_tree.Write(
+        "A/p0.xml",
+        "\t <ProfileComment value=\"a &amp; \xe4\"/> \r\n  <ProfileName value=\"\"/>\n<ProfileName value=\"x\"/>\n");
     m_tree.Write("A/p1.xml", "<Profile><ProfileName value=\"inside\"/>\n<ProfileName value=\"a\n");
     m_tree.Write("A/p2.xml", "");
     chmod(m_tree.Write("A/p3.xml", ProfileTree::Profile("read only", "")).c_str(), 0444);

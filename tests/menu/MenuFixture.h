@@ -83,7 +83,8 @@ protected:
     }
     /// The looks of both strips: 'u' or 'd' for one that is normal.
     [[nodiscard]] static CString StripLooks() {
-        return CString(Strip(kScrollUpID).m_bDisabledLook ? "-" : "u") + (Strip(kScrollDownID).m_bDisabledLook ? "-" : "d");
+        return CString(Strip(kScrollUpID).m_bDisabledLook ? "-" : "u") +
+               (Strip(kScrollDownID).m_bDisabledLook ? "-" : "d");
     }
 
     ProfileTree m_tree;

@@ -43,7 +43,8 @@ public:
     [[nodiscard]] static CString Index(const std::vector<TreeEntry>& entries) {
         CString text = "\xef\xbb\xbf[Order]\r\n" + Format("Num=%zu\r\n", entries.size());
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            text += Format("%zu=", i) + entries[i].strXml + "\r\n" + entries[i].strXml + "=" + entries[i].strPng + "\r\n";
+            text +=
+                Format("%zu=", i) + entries[i].strXml + "\r\n" + entries[i].strXml + "=" + entries[i].strPng + "\r\n";
         }
         return text;
     }
@@ -77,7 +78,9 @@ public:
         return m_folder.Write("Profiles/" + strName, bytes);
     }
     [[nodiscard]] CString Read(const CString& strName) const { return m_folder.Read("Profiles/" + strName); }
-    [[nodiscard]] std::set<CString> Names(const CString& strName) const { return m_folder.Names("Profiles/" + strName); }
+    [[nodiscard]] std::set<CString> Names(const CString& strName) const {
+        return m_folder.Names("Profiles/" + strName);
+    }
 
 private:
     testing::TempFolder m_folder;

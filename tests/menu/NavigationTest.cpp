@@ -1,0 +1,282 @@
+#include "menu/MenuFixture.h"
+#include "platform/core/Keys.h"
+
+#include <gmock/gmock.h>
+
+namespace veldan {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr std::uint32_t kSkin = 0x6f3217;
+constexpr std::uint32_t kHovered = 0xb3410f;
+
+class NavigationTest : public MenuTest {
+protected:
+    /// A menu of so many groups; the first one has `rows` profiles.
+    void InitWith(int groups, int rows) {
+        std::vector<CString> names;
+        for (int i = 0; i < groups; ++i) {
+            names.push_back(Format("G%d", i));
+        }
+        m_tree.Groups(names);
+        m_tree.Fill("G0", rows);
+        m_tree.Fill("G1", 2, "q");
+        InitAndShow();
+    }
+    void ClickDown() { Person().Click(kMenuAt + CPoint{300, Menu().GetWindowRect().Height() - 8}); }
+    void ClickUp() { Person().Click(kMenuAt + CPoint{300, 8}); }
+    [[nodiscard]] CPoint MenuCorner() const { return Menu().GetWindowRect().TopLeft(); }
+};
+
+TEST_F(NavigationTest, RestingOnAGroupOpensIt) {
+    InitWith(6, 6);
+    EXPECT_THAT(ShownRows(), IsEmpty());
+    Person().Move(GroupPoint(0));
+    EXPECT_THAT(ShownRows(), IsEmpty());
+    Person().Wait(10);
+    EXPECT_THAT(ShownRows(), ElementsAre("p0.xml", "p1.xml", "p2.xml", "p3.xml"));
+    EXPECT_EQ(Seen(GroupPoint(0)), kHovered);
+    Open(1);
+    EXPECT_THAT(ShownRows(), ElementsAre("q0.xml", "q1.xml"));
+    EXPECT_EQ(Seen(GroupPoint(0)), kSkin);
+    Person().Move(Outside());
+    EXPECT_EQ(Seen(GroupPoint(1)), kHovered);
+    EXPECT_EQ(Menu().OpenGroupID(), 4001);
+}
+
+TEST_F(NavigationTest, ARowKeepsItsLookUntilAnotherOneIsRestedOn) {
+    InitWith(6, 4);
+    Open(0);
+    Person().Rest(RowPoint(1));
+    EXPECT_EQ(Menu().HoveredItemID(), 1001);
+    Person().Rest(GroupPoint(0));
+    EXPECT_EQ(Seen(RowPoint(1)), kHovered);
+    Person().Rest(RowPoint(0));
+    EXPECT_EQ(Seen(RowPoint(1)), kSkin);
+    EXPECT_EQ(Seen(RowPoint(0)), kHovered);
+}
+
+TEST_F(NavigationTest, TheNumberOfGroupsSetsTheNumberOfRows) {
+    struct Case {
+        int groups;
+        int rows;
+    };
+    for (const auto [groups, rows] :
+         {Case{1, 2}, {6, 4}, {10, 6}, {16, 9}, {17, 10}, {19, 11}, {20, 11}, {21, 11}, {22, 12}}) {
+        InitWith(groups, 13);
+        Open(0);
+        EXPECT_EQ(Menu().VisibleRows(), rows) << groups;
+        EXPECT_EQ(ShownRows().size(), static_cast<std::size_t>(rows)) << groups;
+        VELDAN_ReleaseProfileMenus();
+    }
+}
+
+TEST_F(NavigationTest, UserDefineShowsARowFewer) {
+    m_tree.Groups({"A", "UserDefine"});
+    m_tree.Fill("A", 5);
+    m_tree.Fill("UserDefine", 5, "u");
+    InitAndShow();
+    Open(0);
+    EXPECT_EQ(ShownRows().size(), 2U);
+    Open(1);
+    EXPECT_THAT(ShownRows(), ElementsAre("u0.xml"));
+    EXPECT_FALSE(Menu().GetDlgItem(kAddButtonID)->IsWindowVisible());
+}
+
+TEST_F(NavigationTest, StripsScrollToTheEndsAndNoFurther) {
+    InitWith(6, 6);
+    Open(0);
+    EXPECT_EQ(StripLooks(), "-d");
+    ClickUp();
+    EXPECT_THAT(ShownRows(), ElementsAre("p0.xml", "p1.xml", "p2.xml", "p3.xml"));
+    ClickDown();
+    EXPECT_THAT(ShownRows(), ElementsAre("p1.xml", "p2.xml", "p3.xml", "p4.xml"));
+    EXPECT_EQ(StripLooks(), "ud");
+    ClickDown();
+    ClickDown();
+    EXPECT_THAT(ShownRows(), ElementsAre("p2.xml", "p3.xml", "p4.xml", "p5.xml"));
+    EXPECT_EQ(StripLooks(), "u-");
+    ClickUp();
+    EXPECT_THAT(ShownRows(), ElementsAre("p1.xml", "p2.xml", "p3.xml", "p4.xml"));
+}
+
+TEST_F(NavigationTest, StripsOfAGroupThatFitsAreDisabled) {
+    InitWith(6, 4);
+    Open(0);
+    EXPECT_EQ(StripLooks(), "--");
+    Open(2);
+    EXPECT_EQ(StripLooks(), "--");
+    ClickDown();
+    EXPECT_THAT(ShownRows(), IsEmpty());
+}
+
+TEST_F(NavigationTest, AGroupReopensWhereItWasScrolled) {
+    InitWith(6, 6);
+    Open(0);
+    ClickDown();
+    ClickDown();
+    Open(1);
+    VELDAN_HideProfileMenus();
+    Show();
+    EXPECT_THAT(ShownRows(), ElementsAre("q0.xml", "q1.xml"));
+    Open(0);
+    EXPECT_THAT(ShownRows(), ElementsAre("p2.xml", "p3.xml", "p4.xml", "p5.xml"));
+    EXPECT_EQ(StripLooks(), "u-");
+}
+
+TEST_F(NavigationTest, WheelBesideTheGroupsScrollsARow) {
+    InitWith(6, 6);
+    Open(0);
+    Person().Wheel(kMenuAt + CPoint{150, 60}, -5);
+    EXPECT_THAT(ShownRows(), ElementsAre("p1.xml", "p2.xml", "p3.xml", "p4.xml"));
+    Person().Wheel(RowPoint(1), 5);
+    Person().Wheel(RowPoint(1), 5);
+    EXPECT_THAT(ShownRows(), ElementsAre("p0.xml", "p1.xml", "p2.xml", "p3.xml"));
+    EXPECT_FALSE(g_bInWheel);
+}
+
+TEST_F(NavigationTest, ScrollingPutsTheRowUnderTheRestingPointerOn) {
+    InitWith(6, 6);
+    Open(0);
+    Person().Rest(RowPoint(1));
+    Person().Wheel(RowPoint(1), -1);
+    Person().Wait(20);
+    EXPECT_EQ(Menu().HoveredItemID(), 1002);
+    EXPECT_EQ(Seen(RowPoint(1)), kHovered);
+    EXPECT_EQ(Seen(RowPoint(0)), kSkin);
+}
+
+TEST_F(NavigationTest, WheelOverTheGroupsSlidesAMenuThatOverhangsItsOwner) {
+    InitWith(6, 6);
+    const CPoint overGroups = {149, 60};
+    // The owner reaches from 50 to 850, the menu is 184 high.
+    VELDAN_ShowProfileMenus(&m_host, 100, 800, kPickMessage);
+    Person().Settle();
+    Person().Wheel(MenuCorner() + overGroups, -120);
+    EXPECT_EQ(MenuCorner().y, 680);
+    Person().Wheel(MenuCorner() + overGroups, -120);
+    EXPECT_EQ(MenuCorner().y, 680);
+    VELDAN_ShowProfileMenus(&m_host, 100, -100, kPickMessage);
+    Person().Settle();
+    Person().Wheel(MenuCorner() + CPoint{149, 130}, 120);
+    EXPECT_EQ(MenuCorner().y, 20);
+    Person().Wheel(MenuCorner() + overGroups, 120);
+    EXPECT_EQ(MenuCorner().y, 20);
+    EXPECT_EQ(MenuCorner().x, 100);
+}
+
+TEST_F(NavigationTest, WithoutAnOwnerTheWheelStopsAtTheMiddleOfTheScreen) {
+    m_host.DestroyWindow();
+    InitWith(6, 6);
+    HostWnd other;
+    other.CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {1500, 0, 1600, 100}, {}, 0);
+    Person().Settle();
+    VELDAN_ShowProfileMenus(&other, 100, 900, kPickMessage);
+    Person().Settle();
+    ASSERT_EQ(Menu().GetParent(), nullptr);
+    for (int i = 0; i < 9; ++i) {
+        Person().Wheel(MenuCorner() + CPoint{100, 100}, -120);
+    }
+    // 1080 is the screen's height, and no step that ends above the middle is taken.
+    EXPECT_EQ(MenuCorner().y + 184, 604);
+}
+
+TEST_F(NavigationTest, StripsLieAboveRowsAlsoAfterARebuild) {
+    m_tree.Groups({"Recent", "A", "B", "C", "D", "E"});
+    m_tree.Fill("Recent", 6);
+    InitAndShow();
+    // The fourth row reaches below the down strip.
+    const CPoint onBoth = kMenuAt + CPoint{300, 175};
+    Open(0);
+    EXPECT_EQ(TheDesktop().WindowAt(Menu().GetSafeHwnd(), onBoth), Strip(kScrollDownID).GetSafeHwnd());
+    Menu().DeleteRecent(4555);
+    Open(1);
+    Open(0);
+    ASSERT_EQ(ShownRows().size(), 4U);
+    EXPECT_EQ(TheDesktop().WindowAt(Menu().GetSafeHwnd(), onBoth), Strip(kScrollDownID).GetSafeHwnd());
+}
+
+TEST_F(NavigationTest, AnIdThatNobodyHasChangesOnlyWhatIsSelected) {
+    InitWith(6, 4);
+    Open(0);
+    Menu().SendMessage(kMsgItemHover, 1234);
+    EXPECT_EQ(Menu().HoveredItemID(), 1234);
+    Menu().OnSmallMenuButtonItemChange(static_cast<WPARAM>(-1), 0);
+    EXPECT_EQ(Menu().OpenGroupID(), -1);
+    EXPECT_THAT(ShownRows(), IsEmpty());
+    Menu().OnScrollDown();
+    Menu().OnScrollUp();
+    Open(1);
+    Open(0);
+    EXPECT_EQ(ShownRows().size(), 4U);
+}
+
+TEST_F(NavigationTest, ShowGivesTheFirstGroupTheFocus) {
+    InitWith(6, 4);
+    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
+    Open(0);
+    Person().Press();
+    VELDAN_HideProfileMenus();
+    Person().Release();
+    Show();
+    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
+}
+
+TEST_F(NavigationTest, AClickElsewhereClosesTheMenu) {
+    InitWith(6, 4);
+    Person().Click(Outside());
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    Show();
+    Open(0);
+    Person().Click({800, 400});
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    EXPECT_THAT(m_host.picks, IsEmpty());
+}
+
+TEST_F(NavigationTest, AClickElsewhereClosesTheMenuAlsoAfterItsFocusedRowWentAway) {
+    InitWith(6, 6);
+    Open(0);
+    // A press gives the row the focus; released elsewhere it is no click.
+    Person().Move(RowPoint(0));
+    Person().Press();
+    Person().Move(GroupPoint(5));
+    Person().Release();
+    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(1000));
+    Open(1);
+    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
+    Person().Click(Outside());
+    EXPECT_FALSE(Menu().IsWindowVisible());
+}
+
+TEST_F(NavigationTest, LosingTheFocusByKeyboardWithThePointerInsideLeavesTheMenuOpen) {
+    InitWith(6, 4);
+    const TopLevelId other = m_display->AddForeignWindow({1500, 10, 1600, 100});
+    Person().Move(GroupPoint(3));
+    m_display->FocusForeignWindow(other);
+    Person().Settle();
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+}
+
+TEST_F(NavigationTest, EscapeAndEnterDoNothing) {
+    InitWith(6, 4);
+    Open(0);
+    Person().Type(VK_ESCAPE);
+    Person().Type(VK_RETURN);
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_THAT(m_host.picks, IsEmpty());
+}
+
+TEST_F(NavigationTest, BackgroundIsFramedAndHasASeparator) {
+    InitWith(6, 0);
+    EXPECT_EQ(Seen(kMenuAt), 0U);
+    EXPECT_EQ(Seen(kMenuAt + CPoint{506, 183}), 0U);
+    EXPECT_EQ(Seen(kMenuAt + CPoint{153, 100}), 0U);
+    EXPECT_EQ(Seen(kMenuAt + CPoint{154, 100}), kSkin);
+    EXPECT_EQ(Seen(kMenuAt + CPoint{1, 1}), kSkin);
+}
+
+}  // namespace
+}  // namespace veldan

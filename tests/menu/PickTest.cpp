@@ -1,0 +1,236 @@
+#include "menu/MenuFixture.h"
+#include "platform/core/Path.h"
+
+#include <gmock/gmock.h>
+
+namespace veldan {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class PickTest : public MenuTest {
+protected:
+    PickTest() {
+        m_tree.Groups({"Movies*", "Recent", "C", "D", "E", "F"});
+        m_tree.Fill("Movies", 4);
+        m_tree.Fill("Recent", 0);
+    }
+    void PickRow(int row) {
+        Open(0);
+        Person().Click(RowPoint(row));
+    }
+    [[nodiscard]] CString HostPath(const CString& strFile) const {
+        return ToHostPath(m_tree.Base() + "/Profiles/" + strFile);
+    }
+};
+
+TEST_F(PickTest, TheHostGetsThePathBeforeAnythingElseChanges) {
+    InitAndShow();
+    m_host.onPick = [&] {
+        EXPECT_TRUE(Menu().IsWindowVisible());
+        EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
+    };
+    PickRow(2);
+    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/p2.xml")));
+    EXPECT_EQ(m_host.picks[0].find('/'), CString::npos);
+    EXPECT_EQ(m_tree.Read("Movies/p2.xml"), m_tree.Read("Recent/p2.xml"));
+    EXPECT_FALSE(Menu().IsWindowVisible());
+}
+
+TEST_F(PickTest, AClickOnAGroupPicksNothing) {
+    InitAndShow();
+    Person().Click(GroupPoint(0));
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_THAT(m_host.picks, IsEmpty());
+    EXPECT_EQ(Menu().SendMessage(kMsgItemClick, 4000), 1);
+    EXPECT_EQ(Menu().SendMessage(kMsgItemClick, kAddButtonID), 1);
+}
+
+TEST_F(PickTest, ASecondInitChangesNothing) {
+    InitAndShow();
+    const CDlgCustomMenu* pMenu = &Menu();
+    VELDAN_InitProfileMenus(nullptr, "/nowhere");
+    EXPECT_EQ(pMenu, &Menu());
+    PickRow(0);
+    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/p0.xml")));
+}
+
+TEST_F(PickTest, CallsWithoutAMenuDoNothing) {
+    Show();
+    VELDAN_HideProfileMenus();
+    VELDAN_ReleaseProfileMenus();
+    Init();
+    VELDAN_ShowProfileMenus(nullptr, 1, 1, kPickMessage);
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    VELDAN_ReleaseProfileMenus();
+    EXPECT_EQ(g_pMenuDialog, nullptr);
+    EXPECT_EQ(g_pCurrentMenu, nullptr);
+    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
+}
+
+TEST_F(PickTest, TheLatestShowTellsWhoHearsOfThePick) {
+    HostWnd other;
+    other.CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {1500, 0, 1600, 100}, {}, 0);
+    Person().Settle();
+    InitAndShow();
+    VELDAN_ShowProfileMenus(&other, kMenuAt.x, kMenuAt.y, kPickMessage);
+    PickRow(1);
+    EXPECT_THAT(m_host.picks, IsEmpty());
+    EXPECT_EQ(other.picks.size(), 1U);
+}
+
+TEST_F(PickTest, AHostThatIsGoneHearsNothing) {
+    Init();
+    auto pOther = std::make_unique<HostWnd>();
+    pOther->CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {1500, 0, 1600, 100}, {}, 0);
+    Person().Settle();
+    VELDAN_ShowProfileMenus(pOther.get(), kMenuAt.x, kMenuAt.y, kPickMessage);
+    Person().Settle();
+    Open(0);
+    pOther.reset();
+    Person().Click(RowPoint(0));
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini", "p0.png", "p0.xml"));
+    EXPECT_FALSE(Menu().IsWindowVisible());
+}
+
+TEST_F(PickTest, TheMenuOutlivesItsOwnerUntilRelease) {
+    InitAndShow();
+    m_host.DestroyWindow();
+    Person().Settle();
+    EXPECT_EQ(Menu().GetSafeHwnd(), HWND());
+    Menu().ReloadCatalogue();
+    Menu().OnSmallMenuButtonItemChange(4000, 0);
+    Menu().OnScrollDown();
+    VELDAN_HideProfileMenus();
+    VELDAN_ReleaseProfileMenus();
+    EXPECT_EQ(TheDesktop().WindowCount(), 0U);
+}
+
+TEST_F(PickTest, TheHostMayReleaseTheMenuInItsHandler) {
+    InitAndShow();
+    m_host.onPick = [] { VELDAN_ReleaseProfileMenus(); };
+    PickRow(0);
+    EXPECT_EQ(g_pMenuDialog, nullptr);
+    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
+}
+
+TEST_F(PickTest, TheHostMayMakeAnotherMenuInItsHandler) {
+    InitAndShow();
+    m_host.onPick = [this] {
+        VELDAN_ReleaseProfileMenus();
+        InitAndShow();
+    };
+    PickRow(0);
+    ASSERT_NE(g_pMenuDialog, nullptr);
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    m_host.onPick = nullptr;
+    PickRow(1);
+    EXPECT_EQ(m_host.picks.size(), 2U);
+    EXPECT_FALSE(Menu().IsWindowVisible());
+}
+
+TEST_F(PickTest, TheHostMayHideMoveOrReloadTheMenuInItsHandler) {
+    InitAndShow();
+    m_host.onPick = [this] {
+        VELDAN_HideProfileMenus();
+        VELDAN_ShowProfileMenus(&m_host, 50, 50, kPickMessage);
+        Menu().ReloadCatalogue();
+    };
+    PickRow(0);
+    EXPECT_EQ(m_host.picks.size(), 1U);
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    EXPECT_THAT(Menu().Recent().m_arrXml, ElementsAre("p0.xml"));
+}
+
+/// Loses the activation's news and releases the menu in it.
+class ReleasingHost : public HostWnd {
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_SETFOCUS) {
+            VELDAN_ReleaseProfileMenus();
+        }
+        return HostWnd::WindowProc(message, wParam, lParam);
+    }
+};
+
+TEST_F(PickTest, TheHostMayReleaseTheMenuWhenItGetsTheFocusBack) {
+    m_host.DestroyWindow();
+    ReleasingHost host;
+    host.CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {700, 50, 1300, 850}, {}, 0);
+    Person().Settle();
+    for (const bool byClick : {true, false}) {
+        VELDAN_InitProfileMenus(&host, m_tree.Base().c_str());
+        VELDAN_ShowProfileMenus(&host, kMenuAt.x, kMenuAt.y, kPickMessage);
+        Person().Settle();
+        ASSERT_TRUE(Menu().IsWindowVisible());
+        if (byClick) {
+            Person().Click({800, 400});
+        } else {
+            VELDAN_ReleaseProfileMenus();
+        }
+        EXPECT_EQ(g_pMenuDialog, nullptr);
+        EXPECT_EQ(TheDesktop().WindowCount(), 1U);
+    }
+}
+
+TEST_F(PickTest, ADoubleClickPicksOnce) {
+    InitAndShow();
+    Open(0);
+    Person().DoubleClick(RowPoint(0));
+    EXPECT_EQ(m_host.picks.size(), 1U);
+}
+
+TEST_F(PickTest, ABlankRowIsPickedLikeAnyOther) {
+    m_tree.Write("Movies/order.ini", "[Order]\r\nNum=2\r\n");
+    InitAndShow();
+    PickRow(1);
+    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/")));
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
+}
+
+TEST_F(PickTest, GroupIdsAreRememberedAcrossReleaseAndHarmNobody) {
+    Init();
+    ASSERT_EQ(Menu().GetRecentGroupID(), 4001);
+    VELDAN_ReleaseProfileMenus();
+    m_tree.Groups({"Recent", "Movies", "C", "D", "E", "F"});
+    InitAndShow();
+    EXPECT_EQ(Menu().GetRecentGroupID(), 4001);
+    Open(1);
+    // The rows of the group that now has this id are made anew, the clicked one among them.
+    Person().Click(RowPoint(2));
+    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/p2.xml")));
+    EXPECT_FALSE(Menu().IsWindowVisible());
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini", "p2.png", "p2.xml"));
+    Show();
+    Open(1);
+    EXPECT_THAT(ShownRows(), ElementsAre("p2.xml"));
+}
+
+TEST_F(PickTest, ARightClickOnlyNamesTheRow) {
+    InitAndShow();
+    Open(0);
+    Person().Click(RowPoint(1), 3);
+    EXPECT_EQ(g_iRightClickID, 1001);
+    Person().Click(GroupPoint(0), 3);
+    EXPECT_EQ(g_iRightClickID, 1001);
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_THAT(m_host.picks, IsEmpty());
+}
+
+TEST_F(PickTest, TheTraceGoesWhereTheEnvironmentTells) {
+    const testing::TempFolder logs;
+    setenv("VELDAN_LOG_DIR", logs.Path().c_str(), 1);
+    InitAndShow();
+    PickRow(0);
+    unsetenv("VELDAN_LOG_DIR");
+    const CString strLog = logs.Read("veldan.log");
+    EXPECT_NE(strLog.find("OnSmallMenuButtonItemChange m_iSelectedLevel1ID=4000"), CString::npos);
+    EXPECT_NE(strLog.find("Z_RecentAdd xml=p0.xml png=p0.png parent=Movies id=1000"), CString::npos);
+    EXPECT_NE(strLog.find(":Func=DlgCustomMenu Line="), CString::npos);
+    EXPECT_NE(strLog.find(" AddRecent=4550\r\n"), CString::npos);
+}
+
+}  // namespace
+}  // namespace veldan
