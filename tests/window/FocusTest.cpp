@@ -23,7 +23,8 @@ protected:
         }
         return TRUE;
     }
-    CWnd* GetFirstFocus() override { return &buttons[1]; }
+    // Asked by its id, since the buttons die before the window does.
+    CWnd* GetFirstFocus() override { return GetDlgItem(2); }
 };
 
 }  // namespace
