@@ -119,6 +119,7 @@ private:
     void SlideWindow(int zDelta);
 
     [[nodiscard]] CString ProfilesFolder();
+    void SweepGroups();
     void RebuildGroup(int groupID, std::string_view folder);
     [[nodiscard]] bool CopyIntoRecent(const CString& strParent, const CString& strName);
     void DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName);

@@ -38,6 +38,12 @@ void CDlgCustomMenu::Z_RecentGetXmlPng(CString& strXml, CString& strPng, CString
     }
 }
 
+/// What an operation left that was ended halfway goes with the next one, whichever group that is about.
+void CDlgCustomMenu::SweepGroups() {
+    SweepTemporaries(ProfilesFolder().append(kUserDefineFolder));
+    SweepTemporaries(ProfilesFolder().append(kRecentFolder));
+}
+
 bool CDlgCustomMenu::LoadRecentList(const CString& path) {
     m_recent.m_iMaxCount = 10;
     const bool isKnown = m_recent.Load(path);
@@ -54,7 +60,7 @@ bool CDlgCustomMenu::SaveRecentList(const CString& path) const {
 void CDlgCustomMenu::AddRecent(int id) {
     const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
     const FolderLock lock(strFolder);
-    SweepTemporaries(strFolder);
+    SweepGroups();
     if (!FindLevel2Item(id) || !LoadRecentList(strFolder + "order.ini")) {
         return;
     }
@@ -90,7 +96,7 @@ bool CDlgCustomMenu::CopyIntoRecent(const CString& strParent, const CString& str
     }
     const CString strSource = PathIn(ProfilesFolder(), strParent, strName);
     const CString strTarget = PathIn(ProfilesFolder(), kRecentFolder, strName);
-    if (!FileExists(strSource)) {
+    if (!PathExists(strSource, false)) {
         // An entry without its files is one all the same; what was left under its name is not its file.
         DeleteUnnamed(m_recent, kRecentFolder, strName);
         return true;
@@ -108,7 +114,7 @@ void CDlgCustomMenu::DeleteUnnamed(const ProfileList& list, std::string_view fol
 void CDlgCustomMenu::DeleteRecent(int id) {
     const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
     const FolderLock lock(strFolder);
-    SweepTemporaries(strFolder);
+    SweepGroups();
     if (!LoadRecentList(strFolder + "order.ini")) {
         return;
     }

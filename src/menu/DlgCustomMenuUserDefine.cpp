@@ -27,7 +27,7 @@ bool CDlgCustomMenu::SaveUserDefineList(const CString& path) const {
 void CDlgCustomMenu::AddUserDefine(const CString& strXml) {
     const CString strFolder = ProfilesFolder().append(kUserDefineFolder).append("/");
     const FolderLock lock(strFolder);
-    SweepTemporaries(strFolder);
+    SweepGroups();
     const bool isKnown = LoadUserDefineList(IndexOf(strFolder));
     CopyFile(strFolder + kStockIcon, strFolder + kSharedIcon);
     if (!isKnown || m_userDefine.HasXml(strXml)) {
@@ -44,7 +44,7 @@ void CDlgCustomMenu::DeleteUserDefine(int id) {
     const CString strRecent = ProfilesFolder().append(kRecentFolder).append("/");
     const FolderLock lock(strFolder);
     const FolderLock recentLock(strRecent);
-    SweepTemporaries(strFolder);
+    SweepGroups();
     if (!LoadUserDefineList(IndexOf(strFolder))) {
         return;
     }
@@ -85,6 +85,7 @@ int CDlgCustomMenu::RemoveProfileByFile(const CString& path) {
     const CString strRecent = ProfilesFolder().append(kRecentFolder).append("/");
     const FolderLock lock(strFolder);
     const FolderLock recentLock(strRecent);
+    SweepGroups();
     LoadUserDefineList(IndexOf(strFolder));
     for (const UINT id : m_userDefine.IDsOfXml(strName)) {
         DeleteUserDefine(static_cast<int>(id));

@@ -49,7 +49,7 @@ bool DeleteFile(std::string_view path) {
         return false;
     }
     ForgetListings();
-    return CurrentFileCalls().unlink(resolved->strPath.c_str()) == 0;
+    return Uninterrupted([&] { return CurrentFileCalls().unlink(resolved->strPath.c_str()); }) == 0;
 }
 
 }  // namespace veldan

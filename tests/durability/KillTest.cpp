@@ -1,0 +1,207 @@
+#include "durability/Actor.h"
+#include "durability/ListedTree.h"
+#include "durability/QuickFileCalls.h"
+
+#include <atomic>
+#include <random>
+
+#include <sys/mman.h>
+#include <sys/wait.h>
+
+namespace veldan {
+namespace {
+
+enum class StepKind { Pick, Add, Delete };
+
+struct Step {
+    StepKind kind;
+    CString strXml;
+};
+
+/// What a process that is about to be killed tells of its work, in memory that outlives it.
+struct Report {
+    std::atomic<int> begun;
+    std::atomic<int> done;
+    /// Files in the making that the first operation left, or -1 before it ended.
+    std::atomic<int> leftovers;
+};
+
+/// The lists as they must be.
+struct Lists {
+    std::vector<CString> recent;
+    std::vector<CString> own;
+
+    void Apply(const Step& step) {
+        if (step.kind == StepKind::Pick) {
+            const bool isKnown = !step.strXml.starts_with("u") || std::ranges::count(own, step.strXml) > 0;
+            if (isKnown && std::ranges::count(recent, step.strXml) == 0) {
+                recent.push_back(step.strXml);
+                recent.erase(recent.begin(), recent.end() - std::min<std::ptrdiff_t>(std::ssize(recent), 10));
+            }
+        } else if (step.kind == StepKind::Add) {
+            own.push_back(step.strXml);
+        } else {
+            std::erase(own, step.strXml);
+            std::erase(recent, step.strXml);
+        }
+    }
+};
+
+class KillTest : public ::testing::Test {
+protected:
+    static constexpr int kPicks = 500;
+    static constexpr int kOwn = 100;
+
+    KillTest() {
+        for (int i = 0; i < kOwn; ++i) {
+            m_tree.Write("UserDefine/" + Own(i), ListedTree::Content(Own(i)));
+        }
+        void* pMemory = mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        m_pReport = new (pMemory) Report{};
+        PlanSteps();
+    }
+
+    static CString Own(int number) { return Format("u%d.xml", number); }
+    int Random(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+
+    /// Every profile of the user's is added once and later deleted once, with picks everywhere between.
+    void PlanSteps() {
+        std::vector<StepKind> kinds(kPicks, StepKind::Pick);
+        kinds.insert(kinds.end(), kOwn, StepKind::Add);
+        std::ranges::shuffle(kinds, m_random);
+        std::vector<CString> standing;
+        int added = 0;
+        for (const StepKind kind : kinds) {
+            if (kind == StepKind::Add) {
+                standing.push_back(Own(added++));
+                m_steps.push_back({kind, standing.back()});
+                if (standing.size() > 8) {
+                    PlanDeletion(standing);
+                }
+            } else if (!standing.empty() && Random(3) == 0) {
+                m_steps.push_back(
+                    {kind, standing[static_cast<std::size_t>(Random(static_cast<int>(standing.size())))]});
+            } else {
+                m_steps.push_back({kind, Format("p%d.xml", Random(12))});
+            }
+        }
+        while (!standing.empty()) {
+            PlanDeletion(standing);
+        }
+    }
+    void PlanDeletion(std::vector<CString>& standing) {
+        const auto victim = standing.begin() + Random(static_cast<int>(standing.size()));
+        m_steps.push_back({StepKind::Delete, *victim});
+        standing.erase(victim);
+    }
+
+    /// Works from a step on until all is done or the process is killed.
+    [[noreturn]] void Work(int first, int fatalChange) {
+        const Actor actor(m_tree.Base());
+        const QuickFileCalls calls(fatalChange);
+        for (int i = first; i < std::ssize(m_steps); ++i) {
+            m_pReport->begun = i + 1;
+            const bool isDone = Perform(m_steps[static_cast<std::size_t>(i)]);
+            m_pReport->done = i + 1;
+            if (isDone && m_pReport->leftovers < 0) {
+                m_pReport->leftovers = m_tree.Temporaries();
+            }
+        }
+        _exit(0);
+    }
+    static bool Perform(const Step& step) {
+        if (step.kind == StepKind::Pick) {
+            return Actor::Pick(step.strXml.starts_with("u") ? "UserDefine" : "Movies", step.strXml);
+        }
+        if (step.kind == StepKind::Add) {
+            Actor::Menu().AddUserDefine(step.strXml);
+        } else {
+            Actor::Delete(step.strXml);
+        }
+        return true;
+    }
+
+    /// Lets a process work until it is killed, at a change of the disk or at any moment. Returns the first step that
+    /// isn't done.
+    int WorkUntilKilled(int first) {
+        m_pReport->begun = m_pReport->done = first;
+        m_pReport->leftovers = -1;
+        const int fatalChange = Random(3) == 0 ? 0 : 1 + Random(150);
+        const int pause = Random(25'000);
+        const pid_t child = fork();
+        if (child == 0) {
+            Work(first, fatalChange);
+        }
+        if (fatalChange == 0) {
+            while (m_pReport->begun == first && waitpid(child, nullptr, WNOHANG) == 0) {
+                usleep(100);
+            }
+            usleep(static_cast<useconds_t>(pause));
+            kill(child, SIGKILL);
+        }
+        waitpid(child, nullptr, 0);
+        return m_pReport->done;
+    }
+
+    /// Brings the model up to what was done, and to the better of the two sides of the step that was cut short.
+    void Follow(int first) {
+        for (int i = first; i < m_pReport->done; ++i) {
+            m_lists.Apply(m_steps[static_cast<std::size_t>(i)]);
+        }
+        const CString recent = m_tree.Read("Recent/order.ini");
+        const CString own = m_tree.Read("UserDefine/order.ini");
+        if (m_pReport->begun > m_pReport->done) {
+            Lists after = m_lists;
+            after.Apply(m_steps[static_cast<std::size_t>(m_pReport->done)]);
+            if (own == ListedTree::IndexOf(after.own)) {
+                m_lists.own = after.own;
+                if (recent == ListedTree::IndexOf(after.recent)) {
+                    m_lists.recent = after.recent;
+                }
+            }
+        }
+        EXPECT_EQ(recent, ListedTree::IndexOf(m_lists.recent));
+        EXPECT_EQ(own, ListedTree::IndexOf(m_lists.own));
+    }
+
+    void ExpectNothingLost() {
+        EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+        EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+        EXPECT_LE(m_pReport->leftovers, 0);
+        std::set<CString> kept;
+        for (int i = 0; i < kOwn; ++i) {
+            kept.insert(Own(i));
+        }
+        for (int i = 0; i < m_pReport->begun; ++i) {
+            if (const Step& step = m_steps[static_cast<std::size_t>(i)]; step.kind == StepKind::Delete) {
+                kept.erase(step.strXml);
+            }
+        }
+        for (const CString& strXml : kept) {
+            EXPECT_EQ(m_tree.Read("UserDefine/" + strXml), ListedTree::Content(strXml));
+        }
+    }
+
+    std::mt19937 m_random{20'221};
+    ListedTree m_tree;
+    Report* m_pReport = nullptr;
+    std::vector<Step> m_steps;
+    Lists m_lists;
+};
+
+TEST_F(KillTest, NothingIsLostWhateverMomentTheProcessIsKilledAt) {
+    int kills = 0;
+    for (int first = 0; first < std::ssize(m_steps) && !HasFailure();) {
+        SCOPED_TRACE(Format("after kill %d, from step %d", ++kills, first));
+        const int next = WorkUntilKilled(first);
+        Follow(first);
+        ExpectNothingLost();
+        // A step that was cut short isn't tried again.
+        first = std::max(next, m_pReport->begun.load());
+    }
+    EXPECT_GT(kills, 50);
+    EXPECT_EQ(m_steps.size(), 700U);
+}
+
+}  // namespace
+}  // namespace veldan
