@@ -1,0 +1,141 @@
+#include "e2e/Program.h"
+
+#include "x11/Wait.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace veldan {
+
+namespace {
+
+/// Ends of a pipe that no other program inherits.
+struct Pipe {
+    Pipe() {
+        std::array<int, 2> ends{-1, -1};
+        if (pipe2(ends.data(), O_CLOEXEC) == 0) {
+            read = ends[0];
+            write = ends[1];
+        }
+    }
+
+    int read = -1;
+    int write = -1;
+};
+
+[[noreturn]] void Become(const std::vector<std::string>& command, const Program::Environment& variables) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    unsetenv("DISPLAY");
+    unsetenv("VELDAN_DISPLAY");
+    for (const auto& [name, value] : variables) {
+        setenv(name.c_str(), value.c_str(), 1);
+    }
+    std::vector<char*> arguments;
+    for (std::string argument : command) {
+        arguments.push_back(strdup(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    execv(arguments[0], arguments.data());
+    _exit(127);
+}
+
+}  // namespace
+
+Program::Program(const std::vector<std::string>& command, const Environment& variables, int voice)
+    : m_noise(memfd_create("noise", MFD_CLOEXEC)) {
+    const Pipe input;
+    const Pipe told;
+    m_process = fork();
+    if (m_process == 0) {
+        // Out of the way of the numbers that are given out below.
+        constexpr int kFree = 10;
+        const int mouth = fcntl(told.write, F_DUPFD_CLOEXEC, kFree);
+        const int ear = fcntl(input.read, F_DUPFD_CLOEXEC, kFree);
+        const int noise = fcntl(m_noise, F_DUPFD_CLOEXEC, kFree);
+        dup2(ear, STDIN_FILENO);
+        dup2(noise, STDOUT_FILENO);
+        dup2(noise, STDERR_FILENO);
+        dup2(mouth, voice);
+        Become(command, variables);
+    }
+    close(input.read);
+    close(told.write);
+    m_input = input.write;
+    m_voice = told.read;
+}
+
+Program::~Program() {
+    if (m_process > 0) {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    for (const int descriptor : {m_input, m_voice, m_noise}) {
+        close(descriptor);
+    }
+}
+
+bool Program::ReadSome() {
+    pollfd wanted{m_voice, POLLIN, 0};
+    std::array<char, 4096> bytes{};
+    const int patience = static_cast<int>(std::chrono::milliseconds(kPatience).count());
+    if (poll(&wanted, 1, patience) != 1) {
+        return false;
+    }
+    const ssize_t count = read(m_voice, bytes.data(), bytes.size());
+    if (count <= 0) {
+        return false;
+    }
+    m_strUnread.append(bytes.data(), static_cast<std::size_t>(count));
+    return true;
+}
+
+std::string Program::Line() {
+    std::size_t end = 0;
+    while ((end = m_strUnread.find('\n')) == std::string::npos) {
+        if (!ReadSome()) {
+            return {};
+        }
+    }
+    const std::string line = m_strUnread.substr(0, end);
+    m_strUnread.erase(0, end + 1);
+    return line;
+}
+
+std::string Program::Rest() {
+    while (ReadSome()) {
+    }
+    return std::exchange(m_strUnread, {});
+}
+
+void Program::Say(const std::string& line) const {
+    const std::string text = line + "\n";
+    [[maybe_unused]] const ssize_t written = write(m_input, text.data(), text.size());
+}
+
+int Program::Finish() {
+    int status = 0;
+    if (!WaitUntil([&] { return waitpid(m_process, &status, WNOHANG) != 0; })) {
+        return -1;
+    }
+    m_process = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+std::string Program::Noise() const {
+    std::string text(static_cast<std::size_t>(lseek(m_noise, 0, SEEK_END)), '\0');
+    const ssize_t count = pread(m_noise, text.data(), text.size(), 0);
+    text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    return text;
+}
+
+}  // namespace veldan

@@ -1,0 +1,92 @@
+#include "e2e/loader/Host.h"
+
+#include "x11/Wait.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace veldan {
+
+namespace {
+
+/// Keeps clear of the standard streams, which are to stay silent.
+constexpr int kVoice = 3;
+
+}  // namespace
+
+bool HostWindow::Create() {
+    return CreateEx(0, kPlainClass, "loader", WS_OVERLAPPED, kPlace, {}, 0) && (ShowWindow(SW_SHOW), true);
+}
+
+LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case kMsgPicked:
+            m_strPicked = reinterpret_cast<const char*>(lParam);
+            return 0;
+        case kMsgRun:
+            ++m_nRuns;
+            if (m_run) {
+                m_run();
+            }
+            return 0;
+        case WM_MOUSEMOVE:
+            m_ptMouse = {SignedLoWord(lParam), SignedHiWord(lParam)};
+            break;
+        case WM_TIMER:
+            ++m_nTimers;
+            break;
+        case WM_PAINT:
+            ++m_nPaints;
+            break;
+        default:
+            break;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+HWND FindMenu(const HostWindow& host) {
+    for (const HWND window : Desktop::Get().TopLevels()) {
+        if (window != host.GetSafeHwnd()) {
+            return window;
+        }
+    }
+    return {};
+}
+
+bool LoopUntil(const std::function<bool()>& condition) {
+    constexpr int kPatienceMs = static_cast<int>(std::chrono::milliseconds(kPatience).count());
+    const auto end = std::chrono::steady_clock::now() + kPatience;
+    while (!condition()) {
+        pollfd descriptor{Desktop::Get().Descriptor(), POLLIN, 0};
+        if (poll(&descriptor, 1, kPatienceMs) != 1 || std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        Desktop::Get().Dispatch();
+    }
+    return true;
+}
+
+void CatchUp() {
+    for (int i = 0; i < 3; ++i) {
+        Desktop::Get().GetDisplay().Sync();
+        Desktop::Get().Dispatch();
+    }
+}
+
+bool IsAwake() {
+    pollfd descriptor{Desktop::Get().Descriptor(), POLLIN, 0};
+    return poll(&descriptor, 1, 0) != 0;
+}
+
+void Tell(const std::string& line) {
+    const std::string text = line + "\n";
+    [[maybe_unused]] const ssize_t written = write(kVoice, text.data(), text.size());
+}
+
+void Listen() {
+    char character = 0;
+    while (read(STDIN_FILENO, &character, 1) == 1 && character != '\n') {
+    }
+}
+
+}  // namespace veldan

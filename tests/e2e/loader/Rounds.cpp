@@ -1,0 +1,90 @@
+#include "e2e/loader/Host.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace veldan {
+
+namespace {
+
+constexpr UINT kMsgGroupHover = 0x6bd;
+constexpr UINT kMsgItemClick = 0x6c7;
+constexpr WPARAM kSecondGroup = 4001;
+constexpr WPARAM kFirstRow = 1000;
+
+std::ptrdiff_t CountEntries(const char* folder) {
+    using Iterator = std::filesystem::directory_iterator;
+    return std::distance(Iterator(folder), Iterator());
+}
+
+std::ptrdiff_t CountRegions() {
+    std::ifstream maps("/proc/self/maps");
+    return std::count(std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>(), '\n');
+}
+
+/// Memory that no other process shares, in KiB.
+long PrivateMemory() {
+    std::ifstream rollup("/proc/self/smaps_rollup");
+    long sum = 0;
+    for (std::string line; std::getline(rollup, line);) {
+        std::istringstream words(line);
+        std::string name;
+        long value = 0;
+        if (words >> name >> value && (name == "Private_Clean:" || name == "Private_Dirty:")) {
+            sum += value;
+        }
+    }
+    return sum;
+}
+
+std::string Measures() {
+    return "threads=" + std::to_string(CountEntries("/proc/self/task")) +
+           " descriptors=" + std::to_string(CountEntries("/proc/self/fd")) +
+           " regions=" + std::to_string(CountRegions()) + " mapped=" + (Library::IsMapped() ? "yes" : "no") +
+           " windows=" + std::to_string(Desktop::Get().WindowCount());
+}
+
+/// From the library's loading to its unloading; whether the pick came.
+bool PlayRound(HostWindow& host, const std::string& path, const std::string& base, int round) {
+    const Library library(path);
+    if (!library.IsLoaded()) {
+        return false;
+    }
+    host.m_strPicked.clear();
+    library.Init(&host, base);
+    library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
+    Desktop::Get().Dispatch();
+    const HWND menu = FindMenu(host);
+    Desktop::Get().PostMessage(menu, kMsgGroupHover, kSecondGroup);
+    CatchUp();
+    Desktop::Get().SendMessage(menu, kMsgItemClick, kFirstRow + static_cast<WPARAM>(round % 5));
+    CatchUp();
+    library.Release();
+    return !host.m_strPicked.empty();
+}
+
+}  // namespace
+
+int PlayRounds(const std::string& library, const std::string& base, int rounds) {
+    constexpr int kWarm = 10;
+    HostWindow host;
+    if (!host.Create()) {
+        return 2;
+    }
+    for (int round = 1; round <= rounds; ++round) {
+        if (!PlayRound(host, library, base, round)) {
+            return 3;
+        }
+        if (round == kWarm || round == rounds) {
+            CatchUp();
+            Tell(Measures());
+            Tell(std::to_string(PrivateMemory()));
+            Listen();
+        }
+    }
+    return 0;
+}
+
+}  // namespace veldan
