@@ -12,8 +12,13 @@ constexpr std::string_view kMark = "\xEF\xBB\xBF";
 }  // namespace
 
 BOOL CUtf8TextFile::ReadString(CString& line) {
-    if (GetPosition() == 0) {
-        m_bHasBom = m_bHasBom && StartsWithMark();
+    if (GetPosition() == 0 && m_bHasBom) {
+        // A mark that can't be read is no missing one: taken for text, it would hide the first header of the file.
+        const std::optional<bool> isMarked = StartsWithMark();
+        if (!isMarked) {
+            return FALSE;
+        }
+        m_bHasBom = *isMarked;
         if (m_bHasBom) {
             Seek(kMark.size());
         }
@@ -33,7 +38,7 @@ void CUtf8TextFile::WriteString(std::string_view text) {
     CStdioFile::WriteString(AnsiToUtf8(CString(text)));
 }
 
-bool CUtf8TextFile::StartsWithMark() const {
+bool CUtf8TextFile::StartsWithMark() {
     std::array<char, kMark.size()> start = {};
     const std::size_t count = ReadHandle(0, start);
     return std::string_view(start.data(), count) == kMark;

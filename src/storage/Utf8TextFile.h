@@ -20,7 +20,7 @@ public:
     void WriteString(std::string_view text) override;
 
 private:
-    [[nodiscard]] bool StartsWithMark() const;
+    [[nodiscard]] bool StartsWithMark();
 
     /// Whether the file has the mark, or is to get it with the first text. Nothing sets it again once it is cleared.
     BOOL m_bHasBom = TRUE;

@@ -136,8 +136,8 @@ TEST_F(IniDocument, AFailedSaveLeavesTheFileAndAnswersDefaults) {
 }
 
 TEST_F(IniDocument, NeverWritesOverAFileThatItCouldNotRead) {
-    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
-    for (int n = 1; n <= 2; ++n) {
+    const CString path = m_folder.Write("order.ini", kMark + "[A]\n0=a");
+    for (int n = 1; n <= 3; ++n) {
         CIniDocument document;
         document.Load(path);
         const FaultyFileCalls faulty(FaultyFileCalls::Fault::InputOutput, n);
@@ -145,7 +145,7 @@ TEST_F(IniDocument, NeverWritesOverAFileThatItCouldNotRead) {
         EXPECT_TRUE(document.IsUnreadable()) << n;
         EXPECT_EQ(document.Get("A", "0", "default"), "default") << n;
     }
-    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\n0=a");
+    EXPECT_EQ(m_folder.Read("order.ini"), kMark + "[A]\n0=a");
     std::filesystem::resize_file(path, 100'000'000);
     CIniDocument document;
     document.Load(path);

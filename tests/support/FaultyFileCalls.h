@@ -8,7 +8,7 @@
 namespace veldan::testing {
 
 /// Puts itself in the way of every file call while it stands. It counts the calls, can make one of them fail, and knows
-/// whether what is renamed had been synced.
+/// whether what is renamed had been synced. Nothing is really synced, which only a loss of power would miss.
 class FaultyFileCalls {
 public:
     enum class Fault {

@@ -123,8 +123,13 @@ void CStdioFile::Write(std::string_view bytes) {
     }
 }
 
-std::size_t CStdioFile::ReadHandle(std::int64_t position, std::span<char> bytes) const {
-    return m_handle.IsOpen() ? m_handle.ReadAt(position, bytes).value_or(0) : 0;
+std::size_t CStdioFile::ReadHandle(std::int64_t position, std::span<char> bytes) {
+    if (!m_handle.IsOpen()) {
+        return 0;
+    }
+    const std::optional<std::size_t> count = m_handle.ReadAt(position, bytes);
+    m_bFailed = m_bFailed || !count;
+    return count.value_or(0);
 }
 
 void CStdioFile::Seek(std::int64_t position) {

@@ -52,7 +52,7 @@ public:
     void Write(std::string_view bytes);
 
     /// Reads bytes straight from the file, past the stream's buffer and without moving its position. Returns how many.
-    [[nodiscard]] std::size_t ReadHandle(std::int64_t position, std::span<char> bytes) const;
+    [[nodiscard]] std::size_t ReadHandle(std::int64_t position, std::span<char> bytes);
 
     /// Moves the place where reading goes on.
     void Seek(std::int64_t position);

@@ -1,0 +1,158 @@
+#include "durability/Actor.h"
+#include "durability/ListedTree.h"
+#include "durability/QuickFileCalls.h"
+#include "support/FaultyFileCalls.h"
+
+namespace veldan {
+namespace {
+
+using testing::FaultyFileCalls;
+using Fault = FaultyFileCalls::Fault;
+
+/// One operation on given lists; `act` finds its rows by name, so that it can be done again.
+struct Operation {
+    const char* pszName;
+    std::vector<CString> recent;
+    std::vector<CString> own;
+    std::function<void()> act;
+    /// Brings the same about where the operation was cut short halfway.
+    std::function<void()> again;
+    bool isPick = false;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Operation& operation) {
+    return stream << operation.pszName;
+}
+
+std::vector<CString> Ten() {
+    std::vector<CString> xmls;
+    for (int i = 0; i < 10; ++i) {
+        xmls.push_back(Format("p%d.xml", i));
+    }
+    return xmls;
+}
+
+void RemoveU1() {
+    Actor::Delete("u1.xml");
+}
+
+const Operation kOperations[] = {
+    {"Append", {"p1.xml", "u1.xml"}, {"u1.xml"}, [] { Actor::Pick("Movies", "p2.xml"); }, {}, true},
+    {"Evict", Ten(), {}, [] { Actor::Pick("Movies", "p10.xml"); }, {}, true},
+    {"PickOwn", {"p1.xml"}, {"u1.xml"}, [] { Actor::Pick("UserDefine", "u1.xml"); }, {}, true},
+    {"DeleteRecent",
+     {"p1.xml", "p2.xml"},
+     {},
+     [] { Actor::Menu().DeleteRecent(Actor::IDOf("Recent", "p1.xml")); },
+     [] { Actor::Delete("p1.xml"); }},
+    {"AddUserDefine", {}, {"u1.xml"}, [] { Actor::Menu().AddUserDefine("u2.xml"); }, {}},
+    {"DeleteUserDefine",
+     {"u1.xml", "u2.xml"},
+     {"u1.xml", "u2.xml"},
+     [] { Actor::Menu().DeleteUserDefine(Actor::IDOf("UserDefine", "u1.xml")); },
+     RemoveU1},
+    {"RemoveProfileByFile", {"p1.xml", "u1.xml"}, {"u1.xml", "u2.xml"}, RemoveU1, {}},
+};
+
+class FaultTest : public ::testing::TestWithParam<Operation> {
+protected:
+    void Restore() {
+        m_tree.List("Recent", GetParam().recent);
+        m_tree.List("UserDefine", GetParam().own);
+        m_tree.Write("UserDefine/u2.xml", ListedTree::Content("u2.xml"));
+        Actor::Menu().ReloadCatalogue();
+        m_actor.Host().picks.clear();
+    }
+    [[nodiscard]] CString Recent() const { return m_tree.Read("Recent/order.ini"); }
+    [[nodiscard]] CString Own() const { return m_tree.Read("UserDefine/order.ini"); }
+    [[nodiscard]] std::set<CString> Files() const {
+        std::set<CString> files = m_tree.Names("Recent");
+        for (const CString& strName : m_tree.Names("UserDefine")) {
+            files.insert("own " + strName);
+        }
+        return files;
+    }
+
+    /// Runs the operation without a fault and keeps both sides of it.
+    int Learn() {
+        Restore();
+        m_recentBefore = Recent();
+        m_ownBefore = Own();
+        const FaultyFileCalls counted;
+        GetParam().act();
+        m_recentAfter = Recent();
+        m_ownAfter = Own();
+        m_filesAfter = Files();
+        return counted.Calls();
+    }
+
+    void ActWithFault(Fault fault, int call) {
+        Restore();
+        const FaultyFileCalls faulty(fault, call);
+        GetParam().act();
+        EXPECT_FALSE(faulty.WasUnsyncedRename());
+        EXPECT_EQ(m_actor.Host().picks.size(), GetParam().isPick ? 1U : 0U);
+    }
+
+    /// A profile of the user's is entered also where its icon can't be copied, so that icon may be missing.
+    void ExpectOneOfBothSides() {
+        EXPECT_TRUE(Recent() == m_recentBefore || Recent() == m_recentAfter) << Recent();
+        EXPECT_TRUE(Own() == m_ownBefore || Own() == m_ownAfter) << Own();
+        EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+        EXPECT_EQ(m_tree.HarmIn("UserDefine", false), "");
+    }
+
+    void ExpectToSucceedAgain() {
+        const QuickFileCalls calls;
+        Actor::Menu().ReloadCatalogue();
+        (GetParam().again ? GetParam().again : GetParam().act)();
+        EXPECT_EQ(Recent(), m_recentAfter);
+        EXPECT_EQ(Own(), m_ownAfter);
+        EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+        EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+        EXPECT_EQ(m_tree.Temporaries(), 0);
+        EXPECT_TRUE(std::ranges::includes(Files(), m_filesAfter)) << "a file is missing";
+    }
+
+    ListedTree m_tree{{"Movies"}, 11};
+    Actor m_actor{m_tree.Base()};
+    CString m_recentBefore;
+    CString m_recentAfter;
+    CString m_ownBefore;
+    CString m_ownAfter;
+    std::set<CString> m_filesAfter;
+};
+
+TEST_P(FaultTest, ACallThatFailsLeavesOneSideOrTheOther) {
+    const int calls = Learn();
+    ASSERT_NE(m_recentBefore + m_ownBefore, m_recentAfter + m_ownAfter);
+    for (const Fault fault : {Fault::NoSpace, Fault::NoPermission, Fault::InputOutput}) {
+        for (int call = 1; call <= calls && !HasFailure(); ++call) {
+            SCOPED_TRACE(Format("fault %d at call %d", static_cast<int>(fault), call));
+            ActWithFault(fault, call);
+            ExpectOneOfBothSides();
+            ExpectToSucceedAgain();
+        }
+    }
+}
+
+TEST_P(FaultTest, ACallThatIsInterruptedOrDoneInPartChangesNothing) {
+    const int calls = Learn();
+    for (const Fault fault : {Fault::Interrupted, Fault::Short}) {
+        for (int call = 1; call <= calls && !HasFailure(); ++call) {
+            SCOPED_TRACE(Format("fault %d at call %d", static_cast<int>(fault), call));
+            ActWithFault(fault, call);
+            EXPECT_EQ(Recent(), m_recentAfter);
+            EXPECT_EQ(Own(), m_ownAfter);
+            EXPECT_EQ(Files(), m_filesAfter);
+            EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+            EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, ::testing::ValuesIn(kOperations),
+                         [](const auto& operation) { return std::string(operation.param.pszName); });
+
+}  // namespace
+}  // namespace veldan
