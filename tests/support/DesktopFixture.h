@@ -92,9 +92,7 @@ protected:
     [[nodiscard]] static Desktop& TheDesktop() { return Desktop::Get(); }
     [[nodiscard]] Hand& Person() { return *m_hand; }
     /// The colour of a pixel on the screen, 0x00RRGGBB.
-    [[nodiscard]] std::uint32_t Seen(CPoint screen) const {
-        return m_display->Picture()->At(screen.x, screen.y) & 0xffffff;
-    }
+    [[nodiscard]] std::uint32_t Seen(CPoint screen) const { return m_display->PixelAt(screen) & 0xffffff; }
 
     MemoryDisplay* m_display = nullptr;
     ManualClock* m_clock = nullptr;

@@ -55,7 +55,7 @@ public:
             Desktop::Get().Dispatch();
         }
     }
-    std::uint32_t Seen(CPoint screen) override { return m_display->Picture()->At(screen.x, screen.y) & 0xffffff; }
+    std::uint32_t Seen(CPoint screen) override { return m_display->PixelAt(screen) & 0xffffff; }
     void OpenForeignWindow(const CRect& rect) override {
         m_foreign = m_display->AddForeignWindow(rect);
         Desktop::Get().Dispatch();
@@ -132,6 +132,13 @@ public:
         m_foreign = std::make_unique<XForeignWindow>(m_server.Name(), rect, 0x204060);
         m_foreign->Show();
         CatchUp();
+    }
+    void LetFramesSettle() override {
+        const auto hasFocus = [this] {
+            return m_hand->Focus() > XCB_INPUT_FOCUS_POINTER_ROOT && m_hand->Focus() != m_hand->Root();
+        };
+        static_cast<void>(Eventually(hasFocus));
+        Wait(100);
     }
     void SwitchToForeignWindow() override {
         m_foreign->TakeFocus();

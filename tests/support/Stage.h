@@ -36,6 +36,8 @@ public:
     virtual void OpenForeignWindow(const CRect& rect) = 0;
     /// Switches to it by the keyboard.
     virtual void SwitchToForeignWindow() = 0;
+    /// Lets a window manager finish with the frames made so far, and the last of them have the focus.
+    virtual void LetFramesSettle() { Wait(20); }
     /// Lets time pass until something holds; false when it never did.
     [[nodiscard]] bool Eventually(const std::function<bool()>& condition);
 

@@ -19,10 +19,6 @@ UINT FlagOf(int button) {
 
 constexpr UINT kAnyButton = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
 
-void FillRow(Surface& surface, int y, int left, int right, std::uint32_t colour) {
-    std::fill(surface.Row(y) + left, surface.Row(y) + right, colour);
-}
-
 }  // namespace
 
 MemoryDisplay::MemoryDisplay(CSize screen) : m_screen(screen) {}
@@ -170,17 +166,30 @@ void MemoryDisplay::Lose() {
     Send(DisplayEventKind::Lost, 0);
 }
 
+std::uint32_t MemoryDisplay::PixelOf(const Window& window, CPoint screen) {
+    if (window.foreign) {
+        return kForeignWindow;
+    }
+    const CPoint point = screen - window.rect.TopLeft();
+    return window.pixels ? window.pixels->At(point.x, point.y) | kOpaque : kOpaque;
+}
+
+std::uint32_t MemoryDisplay::PixelAt(CPoint screen) const {
+    const auto found = std::ranges::find_if(
+        m_windows, [screen](const Window& window) { return window.visible && window.rect.Contains(screen); });
+    return found != m_windows.end() ? PixelOf(*found, screen) : kBackground;
+}
+
 std::unique_ptr<Surface> MemoryDisplay::Picture() const {
     auto picture = std::make_unique<Surface>(m_screen.cx, m_screen.cy);
     for (int y = 0; y < m_screen.cy; ++y) {
-        FillRow(*picture, y, 0, m_screen.cx, kBackground);
+        std::fill_n(picture->Row(y), m_screen.cx, kBackground);
     }
     for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
         const CRect shown = window->visible ? window->rect.Intersect(picture->Bounds()) : CRect();
-        for (int y = shown.top; y < shown.bottom && !shown.IsEmpty(); ++y) {
-            FillRow(*picture, y, shown.left, shown.right, window->foreign ? kForeignWindow : kOpaque);
-            for (int x = shown.left; window->pixels && x < shown.right; ++x) {
-                picture->Row(y)[x] = window->pixels->At(x - window->rect.left, y - window->rect.top) | kOpaque;
+        for (int y = shown.top; y < shown.bottom; ++y) {
+            for (int x = shown.left; x < shown.right; ++x) {
+                picture->Row(y)[x] = PixelOf(*window, {x, y});
             }
         }
     }

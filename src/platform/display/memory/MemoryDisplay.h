@@ -37,6 +37,8 @@ public:
     void Lose();
     /// What a person sees.
     [[nodiscard]] std::unique_ptr<Surface> Picture() const;
+    /// One pixel of that, 0xffRRGGBB.
+    [[nodiscard]] std::uint32_t PixelAt(CPoint screen) const;
     [[nodiscard]] TopLevelId FocusWindow() const { return m_focus; }
     /// Pixels that were presented so far, counted over all windows.
     [[nodiscard]] std::uint64_t PresentedPixels() const { return m_nPresentedPixels; }
@@ -79,6 +81,7 @@ private:
     [[nodiscard]] Window* Find(TopLevelId id);
     [[nodiscard]] Window* WindowUnderPointer();
     [[nodiscard]] bool AnyOwnVisible() const;
+    [[nodiscard]] static std::uint32_t PixelOf(const Window& window, CPoint screen);
     void Send(DisplayEventKind kind, TopLevelId window, int button = 0, int delta = 0);
     void PointerMayHaveCrossed();
     void SetFocusTo(TopLevelId id);

@@ -72,7 +72,7 @@ void X11Display::SetVisible(TopLevelId id, bool visible) {
     if (!topLevel || topLevel->IsVisible() == visible) return;
     topLevel->SetVisible(visible);
     if (visible) {
-        m_focus.OnShow();
+        m_focus.OnShow(*topLevel);
     } else {
         OnHidden(*topLevel);
     }

@@ -28,8 +28,12 @@ void X11Focus::Take(X11TopLevel& topLevel) {
 }
 
 void X11Focus::Set(xcb_window_t window) {
+    const X11TopLevel* own = m_windows.FindWindow(window);
     m_wanted = 0;
-    xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    m_ordered = own ? own->Id() : 0;
+    const auto cookie = xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    m_orderedAt = cookie.sequence;
+    m_isCarriedOut = false;
 }
 
 void X11Focus::LearnWhoHadIt() {
@@ -43,7 +47,7 @@ void X11Focus::LearnWhoHadIt() {
 
 void X11Focus::GiveBack() {
     m_wanted = 0;
-    m_mayRetake = false;
+    m_shown = 0;
     LearnWhoHadIt();
     const xcb_window_t before = std::exchange(m_before, 0);
     if (before == 0) return;
@@ -52,44 +56,41 @@ void X11Focus::GiveBack() {
     if (now && (IsNobody(now->focus) || m_windows.FindWindow(now->focus))) Set(before);
 }
 
-void X11Focus::OnShow() {
+void X11Focus::OnShow(const X11TopLevel& topLevel) {
+    m_shown = topLevel.Id();
     m_shownAt = m_clock.Now();
-    m_mayRetake = true;
 }
 
 void X11Focus::OnHide(const X11TopLevel& topLevel) {
-    if (m_wanted == topLevel.Id()) m_wanted = 0;
-    if (m_taken == topLevel.Id()) m_taken = 0;
-    if (m_now == topLevel.Id()) m_now = 0;
+    for (TopLevelId* id : {&m_now, &m_wanted, &m_ordered, &m_shown}) {
+        if (*id == topLevel.Id()) *id = 0;
+    }
 }
 
 void X11Focus::OnMap(X11TopLevel& topLevel) {
     if (m_wanted == topLevel.Id()) Take(topLevel);
 }
 
-void X11Focus::OnFocusIn(const X11TopLevel& topLevel) {
-    m_now = topLevel.Id();
-    m_taken = 0;
-}
-
 void X11Focus::OnFocusOut(const X11TopLevel& topLevel) {
-    if (m_now != topLevel.Id()) return;
-    m_now = 0;
-    m_taken = topLevel.Id();
+    if (m_now == topLevel.Id()) m_now = 0;
 }
 
-bool X11Focus::MayRetake() const {
-    return m_mayRetake && m_clock.Now() - m_shownAt < kStrayLoss;
+void X11Focus::OnSequence(std::uint32_t sequence) {
+    if (static_cast<std::int32_t>(sequence - m_orderedAt) >= 0) m_isCarriedOut = true;
+}
+
+// Also where the host's own frame has it now: a manager that was slow to notice the frame gives it the focus behind the
+// back of a menu shown meanwhile.
+void X11Focus::RetakeStrayLoss() {
+    if (m_shown == 0 || m_shown != m_ordered || m_clock.Now() - m_shownAt >= kStrayLoss) return;
+    const X11TopLevel* shown = m_windows.Find(std::exchange(m_shown, 0));
+    if (shown && shown->IsViewable()) Set(shown->Window());
 }
 
 std::optional<TopLevelId> X11Focus::Settle() {
-    X11TopLevel* lost = m_windows.Find(std::exchange(m_taken, 0));
-    if (lost && lost->IsViewable() && MayRetake()) {
-        m_mayRetake = false;
-        m_now = lost->Id();
-        Set(lost->Window());
-    }
-    if (m_told == m_now) return std::nullopt;
+    if (m_isCarriedOut && m_now != m_ordered) RetakeStrayLoss();
+    const bool isOutOfDate = !m_isCarriedOut && m_now != m_ordered;
+    if (isOutOfDate || m_told == m_now) return std::nullopt;
     m_told = m_now;
     return m_now;
 }
