@@ -39,6 +39,11 @@ std::unique_ptr<Desktop> Desktop::Install(std::unique_ptr<Desktop> desktop) {
     return std::unique_ptr<Desktop>(std::exchange(TheDesktop(), desktop.release()));
 }
 
+Display& Desktop::GetDisplay() {
+    Wake();
+    return *m_display;
+}
+
 const WindowRecord* Desktop::Find(HWND window) const {
     return m_table.Find(window);
 }
@@ -77,6 +82,7 @@ bool Desktop::PostMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         return false;
     }
     m_posted.push_back({window, message, wParam, lParam, m_clock->Now(), m_ptPointer});
+    Wake();
     return true;
 }
 
@@ -146,7 +152,7 @@ void Desktop::SetText(HWND window, const CString& text) {
     }
     record->text = text;
     if (!record->IsChild()) {
-        m_display->SetTitle(window.Value(), text);
+        GetDisplay().SetTitle(window.Value(), text);
     }
 }
 

@@ -43,7 +43,8 @@ public:
     /// Puts another desktop in place and gives the old one back. For tests, with no window left.
     static std::unique_ptr<Desktop> Install(std::unique_ptr<Desktop> desktop);
 
-    [[nodiscard]] Display& GetDisplay() { return *m_display; }
+    /// Asking the display for anything may take in events or leave requests unsent, so the loop comes round after it.
+    [[nodiscard]] Display& GetDisplay();
     [[nodiscard]] const Clock& GetClock() const { return *m_clock; }
     [[nodiscard]] const WindowRecord* Find(HWND window) const;
     [[nodiscard]] CWnd* ObjectOf(HWND window) const;
@@ -55,7 +56,8 @@ public:
 
     // Loops: the host's or the layer's own.
 
-    /// Becomes readable when Dispatch has something to do. Watch it for reading in any loop.
+    /// Becomes readable when Dispatch has something to do, whoever caused it and by whatever call. Watch it for reading
+    /// in any loop.
     [[nodiscard]] int Descriptor() const { return m_waitSet.Descriptor(); }
     /// Handles everything that waits, without blocking.
     void Dispatch();
@@ -164,6 +166,10 @@ private:
         std::int64_t time = 0;
         CPoint screen;
     };
+
+    /// Something is left to do: makes the descriptor readable until the next Settle.
+    void Wake();
+    void RetestPointerSoon();
 
     LRESULT CallWindow(WindowRecord& record, UINT message, WPARAM wParam, LPARAM lParam, bool sent);
     void DispatchMessage(const MSG& message);

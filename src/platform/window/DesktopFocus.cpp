@@ -50,7 +50,7 @@ void Desktop::Activate(HWND topLevel) {
         return;
     }
     m_active = topLevel;
-    m_display->TakeFocus(topLevel.Value());
+    GetDisplay().TakeFocus(topLevel.Value());
     MoveFocusTo(topLevel);
 }
 

@@ -141,6 +141,11 @@ bool Desktop::EnterWindow(HWND window) {
     return tracking.leave && PostMessage(tracking.window, WM_MOUSELEAVE);
 }
 
+void Desktop::RetestPointerSoon() {
+    m_bRetestPointer = true;
+    Wake();
+}
+
 /// Windows came, went or moved while the pointer stood still: the one that is under it now hears of it.
 Desktop::Retrieved Desktop::RetestPointer(MSG& message) {
     m_bRetestPointer = false;
@@ -286,7 +291,7 @@ HWND Desktop::SetCapture(HWND window) {
         return m_capture;
     }
     const HWND before = std::exchange(m_capture, window);
-    m_bRetestPointer = true;
+    RetestPointerSoon();
     if (before != window) {
         SendMessage(before, WM_CAPTURECHANGED, window.Value());
     }
@@ -301,6 +306,7 @@ bool Desktop::TrackMouseEvent(HWND window, UINT flags, UINT hoverTime) {
         return (flags & TME_LEAVE) == 0 || PostMessage(window, WM_MOUSELEAVE);
     }
     m_tracking.window = window;
+    Wake();
     m_tracking.leave = m_tracking.leave || (flags & TME_LEAVE) != 0;
     if ((flags & TME_HOVER) != 0) {
         m_tracking.hover = true;
@@ -321,13 +327,13 @@ bool Desktop::HoverDue(MSG& message) {
 }
 
 CPoint Desktop::CursorPos() {
-    return m_pointerTopLevel ? m_ptPointer : m_display->QueryPointer();
+    return m_pointerTopLevel ? m_ptPointer : GetDisplay().QueryPointer();
 }
 
 void Desktop::SetCursor(CursorShape shape) {
     m_cursor = shape;
     if (m_pointerTopLevel) {
-        m_display->SetCursor(m_pointerTopLevel.Value(), shape);
+        GetDisplay().SetCursor(m_pointerTopLevel.Value(), shape);
     }
 }
 

@@ -46,8 +46,8 @@ HWND Desktop::CreateWindow(CWnd& object, const WindowClass& windowClass, const C
         record.topLevel = std::make_unique<TopLevelState>();
         record.topLevel->owner = TopLevelOf(create.parent);
         m_topLevels.insert(m_topLevels.begin(), window);
-        m_display->CreateTopLevel(window.Value(), {KindOf(record), record.text, record.topLevel->owner.Value()},
-                                  record.rect);
+        GetDisplay().CreateTopLevel(window.Value(), {KindOf(record), record.text, record.topLevel->owner.Value()},
+                                    record.rect);
         InvalidateTree(record, record.ClientRect(), true);
     }
     object.m_hWnd = window;
@@ -151,7 +151,7 @@ void Desktop::FinishDestroy(HWND window) {
     ForgetWindow(window);
     UnlinkFromParent(*record);
     if (!record->IsChild()) {
-        m_display->DestroyTopLevel(window.Value());
+        GetDisplay().DestroyTopLevel(window.Value());
     }
     m_table.Remove(window);
     if (object != nullptr) {
@@ -172,7 +172,7 @@ void Desktop::ForgetWindow(HWND window) {
     if (m_tracking.window == window) {
         m_tracking = {};
     }
-    m_bRetestPointer = true;
+    RetestPointerSoon();
 }
 
 void Desktop::DetachObject(HWND window) {

@@ -86,6 +86,7 @@ void Desktop::QueuePaint(WindowRecord& record) {
         return;
     }
     record.queuedForPaint = true;
+    Wake();
     const auto depth = static_cast<std::size_t>(record.depth);
     if (depth >= m_paintByDepth.size()) {
         m_paintByDepth.resize(depth + 1);
@@ -202,6 +203,7 @@ void Desktop::MarkDrawn(HWND window) {
 
 void Desktop::AddDirty(HWND window, const Region& area) {
     m_table.Find(TopLevelOf(window))->topLevel->dirty.Add(area);
+    Wake();
 }
 
 void Desktop::Present(WindowRecord& topLevel) {

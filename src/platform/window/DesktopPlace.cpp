@@ -48,7 +48,7 @@ void Desktop::Hide(HWND window) {
     }
     // The flag goes first: whatever the messages below set off finds the window hidden already.
     record->visible = false;
-    m_bRetestPointer = true;
+    RetestPointerSoon();
     if (record->IsChild()) {
         HideChild(*record);
     } else {
@@ -75,7 +75,7 @@ void Desktop::ShowChild(WindowRecord& record) {
         return;
     }
     record.visible = true;
-    m_bRetestPointer = true;
+    RetestPointerSoon();
     m_table.Find(record.parent)->children.At(record.place).visible = true;
     InvalidateTree(record, record.ClientRect(), true);
     SendMessage(record.handle, WM_SHOWWINDOW, TRUE);
@@ -88,9 +88,9 @@ void Desktop::HideTopLevel(HWND window) {
         m_pointerTopLevel = {};
     }
     if (wasActive) {
-        m_display->GiveBackFocus();
+        GetDisplay().GiveBackFocus();
     }
-    m_display->SetVisible(window.Value(), false);
+    GetDisplay().SetVisible(window.Value(), false);
     SendMessage(window, WM_SHOWWINDOW, FALSE);
     if (TopLevelOf(m_capture) == window) {
         SetCapture({});
@@ -109,7 +109,7 @@ void Desktop::ShowTopLevel(HWND window, bool activate) {
     }
     if (!record->visible) {
         record->visible = true;
-        m_bRetestPointer = true;
+        RetestPointerSoon();
         SendMessage(window, WM_SHOWWINDOW, TRUE);
         record = m_table.Find(window);
         if (record == nullptr || !record->visible) {
@@ -123,7 +123,7 @@ void Desktop::ShowTopLevel(HWND window, bool activate) {
             return;
         }
         Present(*record);
-        m_display->SetVisible(window.Value(), true);
+        GetDisplay().SetVisible(window.Value(), true);
     }
     if (activate && (record->exStyle & WS_EX_NOACTIVATE) == 0) {
         Activate(window);
@@ -144,7 +144,7 @@ bool Desktop::PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWN
     }
     if (place != record->rect) {
         const CRect before = record->rect;
-        m_bRetestPointer = true;
+        RetestPointerSoon();
         record->IsChild() ? MoveChild(*record, place) : MoveTopLevel(*record, place);
         SendPlaceMessages(window, before, place);
     }
@@ -171,7 +171,7 @@ void Desktop::MoveChild(WindowRecord& record, const CRect& rect) {
 void Desktop::MoveTopLevel(WindowRecord& record, const CRect& rect) {
     const bool resized = rect.Size() != record.rect.Size();
     record.rect = rect;
-    m_display->SetRect(record.handle.Value(), rect);
+    GetDisplay().SetRect(record.handle.Value(), rect);
     if (resized) {
         DropSurface(record);
     }
@@ -208,7 +208,7 @@ void Desktop::RestackChild(WindowRecord& record, Stacking stacking, HWND sibling
         parent.children.MoveBelow(record.place, other->place);
     }
     RenumberChildren(parent);
-    m_bRetestPointer = true;
+    RetestPointerSoon();
     if (record.visible) {
         InvalidateTree(parent, record.rect, true);
     }
@@ -232,7 +232,7 @@ void Desktop::RestackTopLevel(WindowRecord& record, Stacking stacking, HWND sibl
     const StackPlace place = stacking == Stacking::Top      ? StackPlace::Top
                              : stacking == Stacking::Bottom ? StackPlace::Bottom
                                                             : StackPlace::Below;
-    m_display->Restack(window.Value(), place, sibling.Value());
+    GetDisplay().Restack(window.Value(), place, sibling.Value());
 }
 
 bool Desktop::EnableWindow(HWND window, bool enable) {
@@ -243,7 +243,7 @@ bool Desktop::EnableWindow(HWND window, bool enable) {
     const bool wasDisabled = !record->enabled;
     if (record->enabled != enable) {
         record->enabled = enable;
-        m_bRetestPointer = true;
+        RetestPointerSoon();
         if (!enable && IsWithin(m_capture, window)) {
             SetCapture({});
         }

@@ -56,6 +56,7 @@ bool Desktop::PeekMessage(MSG& message) {
 
 void Desktop::PostQuitMessage(int result) {
     m_bQuit = true;
+    Wake();
     m_nQuitResult = result;
 }
 
@@ -124,6 +125,10 @@ void Desktop::Settle() {
     m_waitSet.SetAwake(HasWork());
 }
 
+void Desktop::Wake() {
+    m_waitSet.SetAwake(true);
+}
+
 bool Desktop::HasWork() const {
     const auto anyPaint = [this](const std::vector<HWND>& queue) {
         return std::ranges::any_of(queue, [this](HWND window) {
@@ -153,6 +158,7 @@ UINT_PTR Desktop::SetTimer(HWND window, UINT_PTR id, UINT period, TimerProc proc
     KillTimer(window, id);
     period = std::max(period, 1U);
     m_timers.push_back({window, id, period, m_clock->Now() + period, proc});
+    Wake();
     return id;
 }
 
