@@ -2,11 +2,13 @@
 
 #include "platform/display/x11/X11DisplayImpl.h"
 #include "platform/display/x11/X11PipeGuard.h"
+#include "platform/display/x11/X11Probe.h"
 
 namespace veldan {
 
 std::unique_ptr<Display> CreateX11Display(const char* displayName) {
     const X11PipeGuard guard;
+    if (!IsServerWilling(displayName)) return nullptr;
     auto connection = X11Connection::Open(displayName);
     if (!connection) return nullptr;
     const bool useRawPresses = connection->Features().rawPresses;
