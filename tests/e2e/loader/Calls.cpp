@@ -1,6 +1,7 @@
 #include "e2e/loader/Host.h"
 #include "x11/XHand.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -22,13 +23,14 @@ public:
 
     [[nodiscard]] XHand& Hand() { return m_hand; }
 
-    void Outside(const Call& call) {
+    /// These give whether all came about, and tell what didn't.
+    [[nodiscard]] bool Outside(const Call& call) {
         CatchUp();
         MoveHand();
         call.act();
-        Judge(call, "outside of a handler");
+        return HasCome(call, "outside of a handler");
     }
-    void Inside(const Call& call) {
+    [[nodiscard]] bool Inside(const Call& call) {
         CatchUp();
         m_host.m_run = [&] {
             MoveHand();
@@ -37,10 +39,11 @@ public:
         const int before = m_host.m_nRuns;
         m_host.PostMessage(HostWindow::kMsgRun);
         if (!LoopUntil([&] { return m_host.m_nRuns > before; })) {
-            Tell("the call from a handler never ran");
+            Tell("PostMessage was without effect");
+            return false;
         }
-        Judge(call, "inside of a handler");
         m_host.m_run = nullptr;
+        return HasCome(call, "inside of a handler");
     }
 
 private:
@@ -48,13 +51,16 @@ private:
         m_target = {10 + ++m_nMoves % 280, 20};
         m_hand.Move(m_target);
     }
-    void Judge(const Call& call, const std::string& where) {
+    [[nodiscard]] bool HasCome(const Call& call, const std::string& where) {
         if (!LoopUntil([&] { return m_host.m_ptMouse == m_target; })) {
             Tell(call.name + " " + where + " lost the pointer's move");
+            return false;
         }
         if (!LoopUntil(call.isDone)) {
             Tell(call.name + " " + where + " was without effect");
+            return false;
         }
+        return true;
     }
 
     HostWindow& m_host;
@@ -113,12 +119,11 @@ int PlayCalls(const std::string& path, const std::string& base) {
     for (Call& call : CallsOfTheLayer(host, player, turn, before)) {
         calls.push_back(std::move(call));
     }
+    const auto comeOutside = [&](const Call& call) { return player.Outside(call); };
+    const auto comeInside = [&](const Call& call) { return player.Inside(call); };
     for (int i = 0; i < kRepeats; ++i) {
-        for (const Call& call : calls) {
-            player.Outside(call);
-        }
-        for (const Call& call : calls) {
-            player.Inside(call);
+        if (!std::ranges::all_of(calls, comeOutside) || !std::ranges::all_of(calls, comeInside)) {
+            return 1;
         }
     }
     return 0;
