@@ -3,6 +3,7 @@
 #include "Options.h"
 #include "Samples.h"
 
+#include "platform/debug/Debug.h"
 #include "platform/window/Desktop.h"
 #include "veldan/veldan.h"
 
@@ -14,6 +15,7 @@ namespace {
 constexpr int kFault = 2;
 
 int RunHost(const Options& options, const std::string& base) {
+    veldan::StartMessageSpy(veldan::Desktop::Get());
     HostWindow host;
     if (!host.Create(options.window)) {
         std::fputs("veldan-host: can't make its window\n", stderr);
