@@ -15,6 +15,13 @@ constexpr std::string_view kSection = "Order";
 constexpr int kMostLookups = 1'000'000;
 constexpr std::size_t kMostBlankEntries = 9'999;
 
+/// Whether a name is also one of the keys that make up a list of so many entries.
+bool IsListKey(std::string_view name, int count) {
+    const std::string_view key = Trim(name);
+    const int number = Atoi(key);
+    return key == "Num" || (number >= 0 && number < count && key == Format("%d", number));
+}
+
 }  // namespace
 
 bool ProfileList::Load(const CString& path) {
@@ -44,7 +51,10 @@ bool ProfileList::Save(const CString& path) const {
     index.SetInLines(kSection, "Num", Format("%d", Size()));
     for (std::size_t i = 0; i < m_arrXml.size(); ++i) {
         index.SetInLines(kSection, Format("%zu", i), m_arrXml[i]);
-        index.SetInLines(kSection, m_arrXml[i], m_arrPng[i]);
+        // An entry of such a name goes without its icon, or it would take another one's place or the number of all.
+        if (!IsListKey(m_arrXml[i], Size())) {
+            index.SetInLines(kSection, m_arrXml[i], m_arrPng[i]);
+        }
     }
     return index.Save() != FALSE;
 }

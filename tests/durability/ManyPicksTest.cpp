@@ -1,0 +1,59 @@
+#include "durability/Actor.h"
+#include "durability/ListedTree.h"
+#include "durability/QuickFileCalls.h"
+
+#include <cstdlib>
+
+#include <malloc.h>
+
+namespace veldan {
+namespace {
+
+/// How many picks; the full number takes a while.
+int Picks() {
+    const char* pszPicks = std::getenv("VELDAN_STRESS_PICKS");
+    return pszPicks ? std::max(1, std::atoi(pszPicks)) : 2'000;
+}
+
+std::set<CString> FilesOf(const std::vector<CString>& xmls) {
+    std::set<CString> files = {"order.ini"};
+    for (const CString& strXml : xmls) {
+        files.insert({strXml, ListedTree::EntryOf(strXml).strPng});
+    }
+    return files;
+}
+
+TEST(ManyPicksTest, ListRowsAndFilesAgreeAfterEachAndMemoryStays) {
+    const ListedTree tree;
+    Actor actor(tree.Base());
+    const QuickFileCalls calls;
+    std::vector<CString> expected;
+    std::size_t used = 0;
+    for (int i = 0; i < Picks() && !::testing::Test::HasFailure(); ++i) {
+        SCOPED_TRACE(i);
+        // Steps of five visit all twelve; every thirteenth pick finds its profile in the list.
+        const CString strXml = Format("p%d.xml", (i % 13 == 12 ? i - 1 : i) * 5 % 12);
+        ASSERT_TRUE(Actor::Pick("Movies", strXml));
+        if (std::ranges::count(expected, strXml) == 0) {
+            expected.push_back(strXml);
+            expected.erase(expected.begin(), expected.end() - std::min<std::ptrdiff_t>(std::ssize(expected), 10));
+        }
+        EXPECT_EQ(tree.Read("Recent/order.ini"), ListedTree::IndexOf(expected));
+        EXPECT_EQ(tree.Names("Recent"), FilesOf(expected));
+        EXPECT_EQ(Actor::Rows(kFirstRecentID), expected);
+        EXPECT_EQ(Actor::Menu().Recent().m_iCount, std::ssize(expected));
+        if (i == 500) {
+            used = mallinfo2().uordblks;
+        }
+    }
+    EXPECT_EQ(tree.HarmIn("Recent"), "");
+    EXPECT_EQ(std::ssize(actor.Host().picks), Picks());
+    // Twelve groups of ten rows would come to more.
+    if (Picks() > 500) {
+        actor.Host().picks = {};
+        EXPECT_LT(mallinfo2().uordblks, used + 65'536);
+    }
+}
+
+}  // namespace
+}  // namespace veldan
