@@ -87,8 +87,8 @@ void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
 
 void CGPMenuButtonLook::DrawTexts(CDC& dc, State state) const {
     constexpr int kMargin = 4;
-    // That of the context's own font, before any other is selected. Texts of one line are all of one height.
-    const int lineHeight = dc.GetTextExtent({}).cy;
+    // That of the context's own font. Texts of one line are all of one height, so none is laid out to measure it.
+    const int lineHeight = GetSystemFont()->LineHeight();
     CRect caption = {size.cy + kMargin, kMargin, size.cx - kMargin,
                      nKind == 1 ? lineHeight + kMargin : size.cy - kMargin};
     CRect description = {caption.left, lineHeight + kMargin, caption.right, size.cy};
@@ -98,7 +98,7 @@ void CGPMenuButtonLook::DrawTexts(CDC& dc, State state) const {
     const COLORREF crOld = dc.SetTextColor(state == State::Hover ? crHoverText : crText);
     const int oldMode = dc.SetBkMode(TRANSPARENT);
     dc.DrawText(strCaption, caption, DT_SINGLELINE | DT_VCENTER);
-    const int captionWidth = dc.GetTextExtent(strCaption).cx;
+    const int captionWidth = bNewMark ? dc.GetTextExtent(strCaption).cx : 0;
     CFont descriptionFont(14, kFontNormal);
     if (nKind == 1 && !strDescription.empty()) {
         dc.SelectObject(&descriptionFont);

@@ -44,10 +44,6 @@ void ShowAll(const std::vector<HWND>& windows, ShowCommand command) {
     }
 }
 
-bool IsShown(const CWnd* pWnd) {
-    return pWnd && (pWnd->GetStyle() & WS_VISIBLE) != 0;
-}
-
 }  // namespace
 
 void CDlgCustomMenu::CreateScrollButtons() {
@@ -121,18 +117,16 @@ LRESULT CDlgCustomMenu::OnSmallMenuButtonItemChange(WPARAM id, LPARAM /*lParam*/
     return 0;
 }
 
-/// Hiding a row that has the focus may close the menu, and whoever gets the focus may do anything; so the rows are
-/// collected first and hidden by their handles.
+/// Hides the button of every profile and the add button. Only those that are shown have anything to do, and they are
+/// found among the window's shown children: hidden profiles, of which there may be thousands, cost nothing. Hiding a
+/// row that has the focus may close the menu, and whoever gets the focus may do anything; so the rows are collected
+/// first and hidden by their handles.
 void CDlgCustomMenu::HideAllRows() {
-    std::vector<HWND> shown;
-    for (const auto& [strKey, pItem] : m_mapLevel2Items) {
-        if (IsShown(pItem->m_pButton.get())) {
-            shown.push_back(pItem->m_pButton->GetSafeHwnd());
-        }
-    }
-    if (IsShown(m_pAddButton.get())) {
-        shown.push_back(m_pAddButton->GetSafeHwnd());
-    }
+    std::vector<HWND> shown = Desktop::Get().VisibleChildrenOf(GetSafeHwnd());
+    std::erase_if(shown, [this](HWND window) {
+        const auto id = static_cast<int>(Desktop::Get().Find(window)->id);
+        return id != kAddButtonID && !FindLevel2Item(id);
+    });
     ShowAll(shown, SW_HIDE);
 }
 

@@ -124,6 +124,16 @@ HWND Desktop::ChildWithId(HWND parent, UINT id) const {
     return {};
 }
 
+std::vector<HWND> Desktop::VisibleChildrenOf(HWND parent) const {
+    std::vector<HWND> children;
+    if (const WindowRecord* record = m_table.Find(parent)) {
+        for (const std::size_t place : record->children.Visible()) {
+            children.push_back(record->children.At(place).window);
+        }
+    }
+    return children;
+}
+
 HWND Desktop::DefaultOwner() const {
     if (m_active) {
         return m_active;

@@ -95,6 +95,8 @@ public:
     [[nodiscard]] HWND TopLevelOf(HWND window) const;
     [[nodiscard]] bool IsWithin(HWND window, HWND ancestor) const;
     [[nodiscard]] HWND ChildWithId(HWND parent, UINT id) const;
+    /// The children whose own visible flag is set, from the topmost to the lowest.
+    [[nodiscard]] std::vector<HWND> VisibleChildrenOf(HWND parent) const;
     /// The owner of a popup that is made without one: the active window, else the topmost visible frame.
     [[nodiscard]] HWND DefaultOwner() const;
 

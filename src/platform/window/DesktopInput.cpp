@@ -44,8 +44,9 @@ HWND Desktop::WindowAt(HWND topLevel, CPoint screen) const {
     CPoint point = screen - record->rect.TopLeft();
     for (;;) {
         const WindowRecord* hit = nullptr;
-        for (const ChildList::Entry& entry : record->children.Entries()) {
-            if (entry.visible && entry.rect.Contains(point)) {
+        for (const std::size_t place : record->children.Visible()) {
+            const ChildList::Entry& entry = record->children.At(place);
+            if (entry.rect.Contains(point)) {
                 hit = m_table.Find(entry.window);
                 break;
             }

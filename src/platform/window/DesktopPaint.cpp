@@ -29,10 +29,10 @@ Region Desktop::VisibleRegion(const WindowRecord& record) const {
         const WindowRecord* parent = m_table.Find(window->parent);
         const CPoint origin = OriginOf(*parent);
         const CRect local = bounds.Offset(-origin);
-        for (std::size_t i = 0; i < window->place; ++i) {
-            const ChildList::Entry& sibling = parent->children.Entries()[i];
-            if (sibling.visible && sibling.rect.Intersects(local)) {
-                region.Subtract(sibling.rect.Offset(origin));
+        for (const std::size_t place : parent->children.VisibleAbove(window->place)) {
+            const CRect& sibling = parent->children.At(place).rect;
+            if (sibling.Intersects(local)) {
+                region.Subtract(sibling.Offset(origin));
             }
         }
         window = parent;
@@ -65,16 +65,18 @@ void Desktop::InvalidateTree(WindowRecord& record, const CRect& client, bool era
     record.update.Add(area);
     record.erase = record.erase || erase;
     QueuePaint(record);
-    for (const ChildList::Entry& entry : record.children.Entries()) {
-        if (entry.visible && entry.rect.Intersects(area)) {
+    for (const std::size_t place : record.children.Visible()) {
+        const ChildList::Entry& entry = record.children.At(place);
+        if (entry.rect.Intersects(area)) {
             InvalidateTree(*m_table.Find(entry.window), area.Offset(-entry.rect.TopLeft()), true);
         }
     }
 }
 
 void Desktop::InvalidateChildren(WindowRecord& record, const Region& area) {
-    for (const ChildList::Entry& entry : record.children.Entries()) {
-        if (entry.visible && area.Intersects(entry.rect)) {
+    for (const std::size_t place : record.children.Visible()) {
+        const ChildList::Entry& entry = record.children.At(place);
+        if (area.Intersects(entry.rect)) {
             const CRect touched = entry.rect.Intersect(area.Bounds());
             InvalidateTree(*m_table.Find(entry.window), touched.Offset(-entry.rect.TopLeft()), true);
         }
@@ -99,10 +101,8 @@ void Desktop::QueuePaintOfTree(WindowRecord& record) {
     if (!record.update.IsEmpty()) {
         QueuePaint(record);
     }
-    for (const ChildList::Entry& entry : record.children.Entries()) {
-        if (entry.visible) {
-            QueuePaintOfTree(*m_table.Find(entry.window));
-        }
+    for (const std::size_t place : record.children.Visible()) {
+        QueuePaintOfTree(*m_table.Find(record.children.At(place).window));
     }
 }
 

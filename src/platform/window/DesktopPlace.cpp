@@ -59,7 +59,7 @@ void Desktop::Hide(HWND window) {
 void Desktop::HideChild(WindowRecord& record) {
     const HWND window = record.handle;
     WindowRecord& parent = *m_table.Find(record.parent);
-    parent.children.At(record.place).visible = false;
+    parent.children.SetVisible(record.place, false);
     record.update.Clear();
     record.erase = false;
     InvalidateTree(parent, record.rect, true);
@@ -76,7 +76,7 @@ void Desktop::ShowChild(WindowRecord& record) {
     }
     record.visible = true;
     RetestPointerSoon();
-    m_table.Find(record.parent)->children.At(record.place).visible = true;
+    m_table.Find(record.parent)->children.SetVisible(record.place, true);
     InvalidateTree(record, record.ClientRect(), true);
     SendMessage(record.handle, WM_SHOWWINDOW, TRUE);
 }
@@ -160,7 +160,7 @@ void Desktop::MoveChild(WindowRecord& record, const CRect& rect) {
     WindowRecord& parent = *m_table.Find(record.parent);
     const CRect before = record.rect;
     record.rect = rect;
-    parent.children.At(record.place).rect = rect;
+    parent.children.SetRect(record.place, rect);
     if (record.visible) {
         InvalidateTree(parent, before, true);
         InvalidateTree(parent, rect, true);
