@@ -1,0 +1,181 @@
+#include "durability/Actor.h"
+#include "durability/ListedTree.h"
+#include "platform/core/FileCalls.h"
+#include "storage/Log.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace veldan {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+
+namespace fs = std::filesystem;
+
+/// A pick, an entry made and one deleted, on a tree where some of that can't be done. The host must hear of the pick.
+class BadTreesTest : public ::testing::Test {
+protected:
+    BadTreesTest() {
+        m_tree.List("Recent", {"p1.xml"});
+        m_tree.List("UserDefine", {"u1.xml", "u2.xml"});
+        m_tree.Write("UserDefine/u3.xml", ListedTree::Content("u3.xml"));
+    }
+
+    [[nodiscard]] CString PathOf(const CString& strName) const { return m_tree.Folder() / ("Profiles/" + strName); }
+    void MakeFolder(const CString& strName) const {
+        fs::remove_all(PathOf(strName));
+        fs::create_directories(PathOf(strName + "/inside"));
+    }
+    void DoEverything() {
+        Actor actor(m_tree.Base());
+        EXPECT_TRUE(Actor::Pick("Movies", "p2.xml"));
+        EXPECT_THAT(actor.Host().picks, ElementsAre(EndsWith("\\Profiles\\Movies\\p2.xml")));
+        Actor::Menu().AddUserDefine("u3.xml");
+        Actor::Delete("u1.xml");
+    }
+    [[nodiscard]] CString Recent() const { return m_tree.Read("Recent/order.ini"); }
+    [[nodiscard]] CString Own() const { return m_tree.Read("UserDefine/order.ini"); }
+
+    ListedTree m_tree;
+};
+
+TEST_F(BadTreesTest, ReadOnlyIndexesStayAndSoDoTheFilesThatTheyName) {
+    const CString recent = Recent();
+    const CString own = Own();
+    chmod(PathOf("Recent/order.ini").c_str(), 0444);
+    chmod(PathOf("UserDefine/order.ini").c_str(), 0444);
+    DoEverything();
+    EXPECT_EQ(Recent(), recent);
+    EXPECT_EQ(Own(), own);
+    EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+    EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+    EXPECT_TRUE(m_tree.Has("UserDefine/u3.xml"));
+    EXPECT_EQ(m_tree.Temporaries(), 0);
+}
+
+TEST_F(BadTreesTest, AReadOnlyTreeStaysAsItIs) {
+    for (const auto& entry : fs::recursive_directory_iterator(m_tree.Folder().Path())) {
+        if (entry.is_regular_file()) {
+            fs::permissions(entry.path(), fs::perms{0444});
+        }
+    }
+    for (const char* pszGroup : {"Recent", "UserDefine"}) {
+        chmod(PathOf(pszGroup).c_str(), 0555);
+    }
+    const CString recent = Recent();
+    const CString own = Own();
+    const std::set<CString> files = m_tree.Names("UserDefine");
+    DoEverything();
+    EXPECT_EQ(Recent(), recent);
+    EXPECT_EQ(Own(), own);
+    EXPECT_EQ(m_tree.Names("UserDefine"), files);
+    EXPECT_EQ(m_tree.Temporaries(), 0);
+    for (const char* pszGroup : {"Recent", "UserDefine"}) {
+        chmod(PathOf(pszGroup).c_str(), 0755);
+    }
+}
+
+TEST_F(BadTreesTest, MissingFoldersComeNotIntoBeing) {
+    fs::remove_all(PathOf("Recent"));
+    fs::remove_all(PathOf("UserDefine"));
+    DoEverything();
+    EXPECT_FALSE(m_tree.Has("Recent"));
+    EXPECT_FALSE(m_tree.Has("UserDefine"));
+}
+
+TEST_F(BadTreesTest, MissingIndexesComeIntoBeing) {
+    fs::remove(PathOf("Recent/order.ini"));
+    fs::remove(PathOf("UserDefine/order.ini"));
+    DoEverything();
+    EXPECT_EQ(Recent(), ListedTree::IndexOf({"p2.xml"}));
+    EXPECT_EQ(Own(), ListedTree::IndexOf({"u3.xml"}));
+    EXPECT_TRUE(m_tree.Has("UserDefine/u1.xml")) << "no entry named it";
+}
+
+TEST_F(BadTreesTest, FoldersInPlaceOfFilesStayWithAllThatIsInThem) {
+    MakeFolder("Recent/p2.xml");
+    MakeFolder("UserDefine/u1.xml");
+    MakeFolder("UserDefine/large_DefaultN.png");
+    DoEverything();
+    EXPECT_EQ(Recent(), ListedTree::IndexOf({"p1.xml"}));
+    EXPECT_EQ(Own(), ListedTree::IndexOf({"u2.xml", "u3.xml"}));
+    for (const char* pszFolder : {"Recent/p2.xml", "UserDefine/u1.xml", "UserDefine/large_DefaultN.png"}) {
+        EXPECT_TRUE(m_tree.Has(CString(pszFolder) + "/inside")) << pszFolder;
+    }
+    EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+}
+
+TEST_F(BadTreesTest, FoldersInPlaceOfIndexesAreEmptyLists) {
+    MakeFolder("Recent/order.ini");
+    MakeFolder("UserDefine/order.ini");
+    DoEverything();
+    EXPECT_TRUE(m_tree.Has("Recent/order.ini/inside"));
+    EXPECT_TRUE(m_tree.Has("UserDefine/order.ini/inside"));
+    EXPECT_TRUE(m_tree.Has("UserDefine/u1.xml"));
+    EXPECT_EQ(m_tree.Temporaries(), 0);
+}
+
+/// Calls that find no room for anything written to the log's file.
+class FullLog {
+public:
+    FullLog() { ReplaceFileCalls(&s_calls); }
+    ~FullLog() { ReplaceFileCalls(nullptr); }
+    FullLog(const FullLog&) = delete;
+    FullLog& operator=(const FullLog&) = delete;
+
+    static inline int s_iRefused = 0;
+
+private:
+    static int Open(const char* path, int flags, mode_t mode) {
+        const int file = SystemFileCalls().open(path, flags, mode);
+        if (CString(path).ends_with("veldan.log")) {
+            s_iFile = file;
+        }
+        return file;
+    }
+    static ssize_t Write(int file, const void* bytes, size_t count) {
+        if (file != s_iFile) {
+            return SystemFileCalls().write(file, bytes, count);
+        }
+        ++s_iRefused;
+        errno = ENOSPC;
+        return -1;
+    }
+    static int Close(int file) {
+        s_iFile = file == s_iFile ? -1 : s_iFile;
+        return SystemFileCalls().close(file);
+    }
+
+    static inline int s_iFile = -1;
+    static inline FileCalls s_calls = [] {
+        FileCalls calls = SystemFileCalls();
+        calls.open = Open;
+        calls.write = Write;
+        calls.close = Close;
+        return calls;
+    }();
+};
+
+TEST_F(BadTreesTest, ALogOnAFullDiskChangesNothingElse) {
+    SetLogTarget(m_tree.Folder().Path(), "veldan.log", "veldan-api.log", nullptr);
+    {
+        const FullLog full;
+        DoEverything();
+    }
+    SetLogTarget("", "", "", nullptr);
+    EXPECT_GT(FullLog::s_iRefused, 10);
+    EXPECT_EQ(m_tree.Folder().Read("veldan.log"), "");
+    EXPECT_EQ(Recent(), ListedTree::IndexOf({"p1.xml", "p2.xml"}));
+    EXPECT_EQ(Own(), ListedTree::IndexOf({"u2.xml", "u3.xml"}));
+    EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+    EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+}
+
+}  // namespace
+}  // namespace veldan
