@@ -124,6 +124,9 @@ TEST_P(HostTest, ClickOutsideClosesTheMenuAndTellsNothing) {
         m_hand->ClickAt(outside);
         EXPECT_TRUE(IsMenuGone());
         EXPECT_NE(m_hand->FindWindow("veldan host"), 0U);
+        m_program->Stop();
+        EXPECT_THAT(m_program->Rest(), IsEmpty());
+        EXPECT_THAT(m_program->Noise(), IsEmpty());
     }
 }
 

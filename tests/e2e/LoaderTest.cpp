@@ -144,6 +144,12 @@ TEST_F(LoaderTest, PickWorksOverTheNetworkAndLocally) {
     ExpectPick({{"DISPLAY", server.Name()}, {"VELDAN_DISPLAY", "x11"}}, "x11");
 }
 
+TEST_F(LoaderTest, ServerThatEndsWithItsLastClientLivesOn) {
+    const XServer server(XServerOptions{false, false, {"-terminate"}});
+    ASSERT_TRUE(server.IsRunning());
+    ExpectPick({{"DISPLAY", server.Name()}}, "x11");
+}
+
 TEST_F(LoaderTest, MenuStaysInMemoryWhereNoServerAnswers) {
     ExpectPick({}, "memory");
     for (const char* display : {"", ":987", "nowhere", "127.0.0.1:987", "host.invalid:0"}) {

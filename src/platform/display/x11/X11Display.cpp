@@ -8,7 +8,8 @@ namespace veldan {
 
 std::unique_ptr<Display> CreateX11Display(const char* displayName) {
     const X11PipeGuard guard;
-    if (!IsServerWilling(displayName)) return nullptr;
+    const X11Probe probe(displayName);
+    if (!probe.IsServerWilling()) return nullptr;
     auto connection = X11Connection::Open(displayName);
     if (!connection) return nullptr;
     const bool useRawPresses = connection->Features().rawPresses;

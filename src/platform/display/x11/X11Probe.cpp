@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <linux/close_range.h>
-#include <pthread.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -11,11 +10,6 @@
 namespace veldan {
 
 namespace {
-
-struct Probe {
-    const char* displayName = nullptr;
-    bool isWilling = true;
-};
 
 /// Gives the calling thread descriptors of its own, none of which leads anywhere.
 bool LeaveDescriptors() {
@@ -26,30 +20,40 @@ bool LeaveDescriptors() {
     return true;
 }
 
-void* Attempt(void* argument) {
-    Probe& probe = *static_cast<Probe*>(argument);
-    if (!LeaveDescriptors()) return nullptr;
-    xcb_connection_t* connection = xcb_connect(probe.displayName, nullptr);
-    probe.isWilling = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return nullptr;
-}
-
 }  // namespace
 
-bool IsServerWilling(const char* displayName) {
-    Probe probe{displayName};
+X11Probe::X11Probe(const char* displayName) : m_displayName(displayName) {
     // The host's handlers don't run on a thread that the host doesn't know.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    pthread_t thread{};
-    if (pthread_create(&thread, nullptr, &Attempt, &probe) == 0) {
-        pthread_join(thread, nullptr);
-    }
+    m_isRunning = pthread_create(&m_thread, nullptr, &Run, this) == 0;
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    return probe.isWilling;
+    if (m_isRunning) m_answered.acquire();
+}
+
+X11Probe::~X11Probe() {
+    if (!m_isRunning) return;
+    m_finished.release();
+    pthread_join(m_thread, nullptr);
+}
+
+void* X11Probe::Run(void* probe) {
+    static_cast<X11Probe*>(probe)->Attempt();
+    return nullptr;
+}
+
+void X11Probe::Attempt() {
+    if (!LeaveDescriptors()) {
+        m_answered.release();
+        return;
+    }
+    xcb_connection_t* connection = xcb_connect(m_displayName, nullptr);
+    m_isWilling = xcb_connection_has_error(connection) == 0;
+    m_answered.release();
+    m_finished.acquire();
+    xcb_disconnect(connection);
 }
 
 }  // namespace veldan
