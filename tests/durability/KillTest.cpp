@@ -121,6 +121,12 @@ protected:
         return true;
     }
 
+    /// Leaves it to be waited for, so that its number can't come to another process meanwhile.
+    static bool HasEnded(pid_t child) {
+        siginfo_t info = {};
+        return waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid != 0;
+    }
+
     /// Lets a process work until it is killed, at a change of the disk or at any moment. Returns the first step that
     /// isn't done.
     int WorkUntilKilled(int first) {
@@ -133,7 +139,7 @@ protected:
             Work(first, fatalChange);
         }
         if (fatalChange == 0) {
-            while (m_pReport->begun == first && waitpid(child, nullptr, WNOHANG) == 0) {
+            while (m_pReport->begun == first && !HasEnded(child)) {
                 usleep(100);
             }
             usleep(static_cast<useconds_t>(pause));
