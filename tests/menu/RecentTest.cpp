@@ -129,86 +129,6 @@ TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
     EXPECT_THAT(Rows(), ElementsAre("p1.xml", "p0.xml"));
 }
 
-TEST_F(RecentTest, NamesThatLeadElsewhereTouchNothingThere) {
-    m_tree.Write("A/order.ini",
-                 ProfileTree::Index({{"../B/p0.xml", "..\\B\\p0.png"}, {"order.ini", ""}, {"", ""}, {"..", "."}}));
-    Menu().ReloadCatalogue();
-    const CString strProfile = m_tree.Read("B/p0.xml");
-    Pick(1000, 4);
-    EXPECT_THAT(Rows(), ElementsAre("../B/p0.xml", "order.ini", "", ".."));
-    while (!Rows().empty()) {
-        Menu().DeleteRecent(4550);
-    }
-    EXPECT_EQ(m_tree.Read("B/p0.xml"), strProfile);
-    EXPECT_THAT(m_tree.Names("B"), Contains("p0.png"));
-    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
-    EXPECT_EQ(IndexFile(), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
-}
-
-TEST_F(RecentTest, NamesInEveryScriptAreKept) {
-    const CString strLong(250, 'n');
-    const std::vector<TreeEntry> entries = {{"\xd0\x9c\xd0\xb8\xd1\x80 \xe2\x99\xab.xml", "\xe7\x94\xbb.png"},
-                                            {"a & b's.v2.xml", "a b.png"},
-                                            {strLong + ".xml", "a b.png"},
-                                            {"x=y.xml", "a b.png"},
-                                            {"bad\xff.xml", "a b.png"}};
-    for (const TreeEntry& entry : entries) {
-        m_tree.Write("A/" + entry.strXml, ProfileTree::Profile("N " + entry.strXml, ""));
-        m_tree.Write("A/" + entry.strPng, ProfileTree::Icon(RGB(7, 7, 7)));
-    }
-    m_tree.Write("A/order.ini", ProfileTree::Index(entries));
-    Menu().ReloadCatalogue();
-    Pick(1000, 5);
-    ASSERT_EQ(Rows().size(), entries.size());
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const MenuItem& item = *Menu().FindLevel2Item(kFirstRecentID + static_cast<int>(i));
-        EXPECT_EQ(item.m_strXml, entries[i].strXml);
-        EXPECT_EQ(item.m_strName, "N " + entries[i].strXml);
-        // A line's key ends at the first "=", so that icon's can't be found.
-        EXPECT_EQ(item.m_pButton->HasImage(), entries[i].strXml != "x=y.xml");
-    }
-}
-
-TEST_F(RecentTest, KeysOfTheIndexAsFileNamesDoNoHarm) {
-    m_tree.Write("A/order.ini", ProfileTree::Index({{";c.xml", "c.png"}, {"p0.xml", "p0.png"}, {"[h].xml", "h.png"}}));
-    m_tree.Write("A/[h].xml", ProfileTree::Profile("H", ""));
-    Menu().ReloadCatalogue();
-    for (const int id : {1000, 1002, 1001}) {
-        Menu().AddRecent(id);
-    }
-    EXPECT_THAT(Rows(), ElementsAre(";c.xml", "[h].xml", "p0.xml"));
-    EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "H");
-    EXPECT_TRUE(Menu().FindLevel2Item(4552)->m_pButton->HasImage());
-}
-
-TEST_F(RecentTest, WithoutFolderOrGroupNothingHappens) {
-    std::filesystem::remove_all(m_tree.Folder() / "Profiles/Recent");
-    Menu().AddRecent(1000);
-    EXPECT_THAT(Rows(), IsEmpty());
-    EXPECT_THAT(m_tree.Names(""), Not(Contains("Recent")));
-}
-
-TEST_F(RecentTest, AReadOnlyIndexKeepsTheListAndItsFiles) {
-    Pick(1000, 10);
-    const CString strIndex = IndexFile();
-    chmod((m_tree.Folder() / "Profiles/Recent/order.ini").c_str(), 0444);
-    Menu().AddRecent(1010);
-    Menu().DeleteRecent(4551);
-    EXPECT_EQ(IndexFile(), strIndex);
-    EXPECT_EQ(Rows().size(), 10U);
-    for (int i = 0; i < 10; ++i) {
-        EXPECT_EQ(m_tree.Read(Format("Recent/p%d.xml", i)), m_tree.Read(Format("A/p%d.xml", i)));
-    }
-}
-
-TEST_F(RecentTest, AFolderInTheIndexsPlaceIsLeftAlone) {
-    std::filesystem::remove(m_tree.Folder() / "Profiles/Recent/order.ini");
-    std::filesystem::create_directories(m_tree.Folder() / "Profiles/Recent/order.ini/x");
-    Menu().AddRecent(1000);
-    EXPECT_THAT(Rows(), IsEmpty());
-    EXPECT_TRUE(std::filesystem::is_directory(m_tree.Folder() / "Profiles/Recent/order.ini/x"));
-}
-
 TEST_F(RecentTest, CopiesOfReadOnlyProfilesAreReadOnly) {
     chmod((m_tree.Folder() / "Profiles/A/p0.xml").c_str(), 0444);
     Menu().AddRecent(1000);
@@ -245,23 +165,6 @@ TEST_F(RecentTest, AScrolledGroupStaysWithinItsRowsAfterARebuild) {
     Open(1);
     EXPECT_THAT(ShownRows(), ElementsAre("p6.xml", "p7.xml", "p8.xml", "p9.xml"));
     EXPECT_EQ(StripLooks(), "u-");
-}
-
-TEST_F(RecentTest, ListRowsIdsAndFilesAgreeThroughManyPicks) {
-    const std::size_t windows = TheDesktop().WindowCount();
-    for (int i = 0; i < 150; ++i) {
-        Menu().AddRecent(1000 + i * 7 % 12);
-        std::set<CString> files = {"order.ini"};
-        for (int k = 0; k < Menu().Recent().Size(); ++k) {
-            const auto place = static_cast<std::size_t>(k);
-            ASSERT_EQ(Menu().Recent().m_arrIDs[place], static_cast<UINT>(kFirstRecentID + k));
-            files.insert(Menu().Recent().m_arrXml[place]);
-            files.insert(Menu().Recent().m_arrPng[place]);
-        }
-        ASSERT_EQ(Rows(), Menu().Recent().m_arrXml);
-        ASSERT_EQ(m_tree.Names("Recent"), files);
-    }
-    EXPECT_EQ(TheDesktop().WindowCount(), windows + 10);
 }
 
 }  // namespace

@@ -1,0 +1,204 @@
+#include "controls/GPScrollImageButton.h"
+
+#include "controls/ControlFixture.h"
+
+namespace veldan {
+namespace {
+
+constexpr COLORREF kRed = RGB(200, 0, 0);
+constexpr COLORREF kGreen = RGB(0, 200, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 200);
+constexpr COLORREF kGray = RGB(90, 90, 90);
+
+/// The button stands at (50, 60) of the popup, 100 by 20.
+class GPImageButtonTest : public ControlTest {
+protected:
+    GPImageButtonTest() { m_button.Create("caption", WS_CHILD | WS_VISIBLE, {50, 60, 150, 80}, &m_parent, 3998); }
+    void Build(const CString& path, int stateCount, BOOL parentBackground = FALSE, BOOL vertical = FALSE) {
+        m_button.LoadImageFile(path, "PNG", vertical, stateCount, parentBackground);
+        EXPECT_TRUE(m_button.BuildStateBitmaps());
+        Person().Settle();
+    }
+    /// The colour in the middle of a surface.
+    [[nodiscard]] static std::uint32_t Middle(const CDC& surface) {
+        return surface.GetSafeHdc() ? surface.GetSurface()->At(50, 10) & 0xffffff : 0xbad;
+    }
+    [[nodiscard]] std::uint32_t Shown() const { return At({100, 70}); }
+    void Repaint() {
+        m_button.Invalidate();
+        Person().Settle();
+    }
+
+    CGPScrollImageButton m_button;
+    const CPoint m_on = kParentAt + CPoint{100, 70};
+};
+
+TEST_F(GPImageButtonTest, FourSlicesAreTheFirstFourStates) {
+    Build(Columns({kRed, kGreen, kBlue, kGray}, 30, 16), 4);
+    EXPECT_EQ(Middle(m_button.m_dcNormal), 0xc80000U);
+    EXPECT_EQ(Middle(m_button.m_dcHover), 0x00c800U);
+    EXPECT_EQ(Middle(m_button.m_dcPressed), 0x0000c8U);
+    EXPECT_EQ(Middle(m_button.m_dcDisabled), 0x5a5a5aU);
+    // 200 of 255 is 0.784; scaled by 1.05 and shifted by 0.15 either way.
+    EXPECT_EQ(Middle(m_button.m_dcLatched), 0xac0000U);
+    EXPECT_EQ(Middle(m_button.m_dcToggledHover), 0xf82626U);
+}
+
+TEST_F(GPImageButtonTest, OneSliceGivesAllStates) {
+    Build(Columns({kRed}, 30, 16), 1);
+    EXPECT_EQ(Middle(m_button.m_dcHover), 0xf82626U);
+    EXPECT_EQ(Middle(m_button.m_dcPressed), 0xac0000U);
+    EXPECT_EQ(Middle(m_button.m_dcDisabled), 0x3c3c3cU);
+}
+
+TEST_F(GPImageButtonTest, OfManySlicesTheFirstSixCount) {
+    std::vector<COLORREF> colours;
+    for (int i = 1; i <= 8; ++i) {
+        colours.push_back(RGB(static_cast<unsigned>(i), 0, 0));
+    }
+    Build(Columns(colours, 10, 16), 8);
+    EXPECT_EQ(Middle(m_button.m_dcNormal), 0x010000U);
+    EXPECT_EQ(Middle(m_button.m_dcDisabled), 0x040000U);
+    EXPECT_EQ(Middle(m_button.m_dcLatched), 0x050000U);
+    EXPECT_EQ(Middle(m_button.m_dcToggledHover), 0x060000U);
+}
+
+TEST_F(GPImageButtonTest, WithoutStatesOrImageNothingIsBuilt) {
+    EXPECT_FALSE(m_button.BuildStateBitmaps());
+    m_button.LoadImageFile(Columns({kRed}, 30, 16), "PNG", FALSE, 0, FALSE);
+    EXPECT_FALSE(m_button.BuildStateBitmaps());
+    EXPECT_FALSE(m_button.m_bStatesBuilt);
+    EXPECT_EQ(m_button.m_dcNormal.GetSafeHdc(), nullptr);
+}
+
+TEST_F(GPImageButtonTest, AMissingFileLeavesTheButtonInvisibleButAnswering) {
+    EXPECT_FALSE(m_button.LoadImageFile(m_folder / "none.png", "PNG", FALSE, 4, TRUE));
+    EXPECT_TRUE(m_button.BuildStateBitmaps());
+    Person().Settle();
+    EXPECT_EQ(Shown(), 0x0a141eU);
+    Person().Click(m_on);
+    EXPECT_EQ(m_parent.CountOf(WM_COMMAND), 1);
+    EXPECT_EQ(Shown(), 0x0a141eU);
+}
+
+TEST_F(GPImageButtonTest, AlphaShowsWhatTheParentHasUnderTheButton) {
+    CBitmap bitmap;
+    bitmap.CreateCompatibleBitmap(nullptr, 40, 4);
+    std::fill_n(bitmap.GetSurface()->Row(0), 160, 0U);
+    Build(m_folder.Write("clear.png", EncodePng(*bitmap.GetSurface(), PngAlpha::Keep)), 1, TRUE);
+    // A matrix that lifts all colours must not lift what isn't there.
+    EXPECT_EQ(Middle(m_button.m_dcHover), 0x0a141eU);
+    EXPECT_EQ(Shown(), 0x0a141eU);
+}
+
+TEST_F(GPImageButtonTest, TheFirstLookThatAppliesIsPainted) {
+    Build(Columns({kRed, kGreen, kBlue, kGray, RGB(1, 1, 1), RGB(2, 2, 2)}, 30, 16), 6);
+    EXPECT_EQ(Shown(), 0xc80000U);
+    Person().Rest(m_on);
+    EXPECT_EQ(Shown(), 0x00c800U);
+    m_button.m_bToggled = TRUE;
+    Repaint();
+    EXPECT_EQ(Shown(), 0x020202U);
+    m_button.m_bLatched = TRUE;
+    Repaint();
+    EXPECT_EQ(Shown(), 0x010101U);
+    Person().Press();
+    EXPECT_EQ(Shown(), 0x0000c8U);
+    m_button.m_bDisabledLook = TRUE;
+    Repaint();
+    EXPECT_EQ(Shown(), 0x5a5a5aU);
+    Person().Release();
+    EXPECT_EQ(m_parent.CountOf(WM_COMMAND), 1);
+    m_button.m_bDisabledLook = m_button.m_bLatched = FALSE;
+    Person().Move({10, 10});
+    Repaint();
+    EXPECT_EQ(Shown(), 0x0000c8U);
+}
+
+TEST_F(GPImageButtonTest, StackedSlicesStartAtWholePixels) {
+    // Ten rows for three slices: they start at 0, 3 and 6.
+    CBitmap bitmap;
+    bitmap.CreateCompatibleBitmap(nullptr, 4, 10);
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    dc.SelectObject(&bitmap);
+    dc.FillSolidRect({0, 0, 4, 3}, kRed);
+    dc.FillSolidRect({0, 3, 4, 6}, kGreen);
+    dc.FillSolidRect({0, 6, 4, 10}, kBlue);
+    Build(m_folder.Write("rows.png", EncodePng(*bitmap.GetSurface(), PngAlpha::Keep)), 3, FALSE, TRUE);
+    EXPECT_EQ(m_button.m_dcHover.GetSurface()->At(50, 0) & 0xffffff, 0x00c800U);
+    EXPECT_EQ(m_button.m_dcPressed.GetSurface()->At(50, 0) & 0xffffff, 0x0000c8U);
+}
+
+TEST_F(GPImageButtonTest, IconOverlayAndTextsLieOnEveryState) {
+    m_button.MoveWindow({50, 60, 300, 150});
+    m_button.m_bShowIcon = m_button.m_bShowOverlay = m_button.m_bOverlayReady = TRUE;
+    m_button.m_pIcon = std::make_unique<CGPResourceImage>();
+    m_button.m_pIcon->LoadFile(Icon(kBlue));
+    m_button.m_pOverlay = std::make_unique<CGPResourceImage>();
+    m_button.m_pOverlay->LoadFile(Icon(kGreen, 8));
+    m_button.m_strText = "Text";
+    m_button.m_crText = 0xffffff;
+    Build(Columns({kRed, kRed}, 30, 16), 2);
+    const std::shared_ptr<Surface> pHover = m_button.m_dcHover.GetSurface();
+    EXPECT_EQ(pHover->At(30, 50) & 0xffffff, 0x0000c8U);
+    EXPECT_EQ(pHover->At(175, 36) & 0xffffff, 0x00c800U);
+    EXPECT_EQ(m_button.m_dcDisabled.GetSurface()->At(30, 50) & 0xffffff, 0x161616U);
+    int white = 0;
+    for (int i = 0; i < 80 * 20; ++i) {
+        white += (pHover->At(7 + i % 80, 7 + i / 80) & 0xffffff) == 0xffffff ? 1 : 0;
+    }
+    EXPECT_GT(white, 5);
+}
+
+TEST_F(GPImageButtonTest, AnimationRunsWhileThePointerRests) {
+    Build(Columns({kRed}, 30, 16), 1);
+    m_button.m_bAnimated = TRUE;
+    m_button.m_nFrameCount = 2;
+    m_button.m_pFrames = std::make_unique<CDC[]>(2);
+    m_button.m_nFrame = 1;
+    Person().Rest(m_on);
+    EXPECT_EQ(Shown(), 0U);
+    Person().Wait(180);
+    EXPECT_EQ(m_button.m_nFrame, 0);
+    Person().Move({10, 10});
+    Person().Wait(400);
+    EXPECT_EQ(m_button.m_nFrame, 0);
+    m_button.ReleaseAnimationFrames();
+    Repaint();
+    EXPECT_EQ(Shown(), 0xc80000U);
+}
+
+TEST_F(GPImageButtonTest, ATipWithoutTextIsTheCaption) {
+    m_button.SetTooltipText("", TRUE);
+    EXPECT_EQ(m_button.m_strToolTip, "caption");
+    m_button.SetTooltipText("Scroll up", TRUE);
+    EXPECT_EQ(m_button.m_strToolTip, "Scroll up");
+    EXPECT_EQ(m_button.m_pToolTip->SendMessage(TTM_GETTOOLCOUNT), 1);
+    Person().Rest(m_on, 700);
+    EXPECT_FALSE(m_button.m_pToolTip->IsWindowVisible());
+    Person().Wait(200);
+    EXPECT_TRUE(m_button.m_pToolTip->IsWindowVisible());
+    m_button.SetTooltipText("Scroll up", FALSE);
+    Person().Move({10, 10});
+    Person().Rest(m_on, 1500);
+    EXPECT_FALSE(m_button.m_pToolTip->IsWindowVisible());
+}
+
+TEST_F(GPImageButtonTest, LosingTheFocusHidesThePopupOnlyWithThePointerOutside) {
+    const TopLevelId other = m_display->AddForeignWindow({900, 600, 1000, 700});
+    m_button.SetFocus();
+    Person().Move(kParentAt + CPoint{400, 300});
+    m_display->FocusForeignWindow(other);
+    Person().Settle();
+    EXPECT_TRUE(m_parent.IsWindowVisible());
+    m_button.SetFocus();
+    ASSERT_EQ(CWnd::GetFocus(), &m_button);
+    Person().Move({10, 10});
+    m_display->FocusForeignWindow(other);
+    Person().Settle();
+    EXPECT_FALSE(m_parent.IsWindowVisible());
+}
+
+}  // namespace
+}  // namespace veldan

@@ -1,0 +1,283 @@
+#include "controls/GPMenuButton.h"
+
+#include "controls/ControlFixture.h"
+#include "controls/StatePool.h"
+#include "platform/window/ClientDC.h"
+
+namespace veldan {
+namespace {
+
+constexpr std::uint32_t kSkin = 0x6f3217;
+constexpr std::uint32_t kHovered = 0xb3410f;
+constexpr CPoint kAway = {10, 10};
+
+class GPMenuButtonTest : public ControlTest {
+protected:
+    /// A profile row, from (0, 100) of the popup.
+    std::unique_ptr<CGPMenuButton> MakeRow(UINT id = 1000, int top = 100, CSize size = {350, 50}) {
+        auto pRow = std::make_unique<CGPMenuButton>();
+        pRow->Create("row", WS_CHILD | WS_VISIBLE, CRect::FromSize({0, top}, size), &m_parent, id);
+        pRow->SetKind(1);
+        return pRow;
+    }
+    void MakeUsual(CGPMenuButton& row) {
+        row.LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+        row.SetCaption("Caption");
+        row.SetDescription("Description");
+        row.Invalidate();
+        Person().Settle();
+    }
+    [[nodiscard]] static std::vector<std::uint32_t> PixelsOf(const CWnd& window) {
+        const CClientDC dc(&window);
+        const CSize size = window.GetClientRect().Size();
+        CBitmap bitmap;
+        bitmap.CreateCompatibleBitmap(&dc, size.cx, size.cy);
+        CDC copy;
+        copy.CreateCompatibleDC(&dc);
+        copy.SelectObject(&bitmap);
+        copy.BitBlt(0, 0, size.cx, size.cy, &dc, 0, 0, SRCCOPY);
+        const std::uint32_t* pFirst = bitmap.GetSurface()->Row(0);
+        return {pFirst, pFirst + size.cx * size.cy};
+    }
+    [[nodiscard]] CPoint PointOn(const CWnd& window) const { return window.GetWindowRect().TopLeft() + CPoint{300, 5}; }
+    /// How many pixels of the area have another colour than the skin, or the hovered one.
+    [[nodiscard]] int Ink(const CRect& area) const {
+        int count = 0;
+        for (int y = area.top; y < area.bottom; ++y) {
+            for (int x = area.left; x < area.right; ++x) {
+                const std::uint32_t pixel = At({x, y});
+                count += pixel != kSkin && pixel != kHovered ? 1 : 0;
+            }
+        }
+        return count;
+    }
+    static constexpr std::uint32_t kYellow = 0xffff00;
+};
+
+TEST_F(GPMenuButtonTest, StatesDifferInGradientAndInTheColoursOfTheIcon) {
+    const auto pRow = MakeRow();
+    MakeUsual(*pRow);
+    EXPECT_EQ(At({340, 110}), kSkin);
+    // The icon lies 7 pixels from the left and the top.
+    EXPECT_EQ(At({6, 106}), kSkin);
+    EXPECT_EQ(At({7, 107}), 0x0000c8U);
+    EXPECT_EQ(At({41, 141}), 0x0000c8U);
+    EXPECT_EQ(At({42, 142}), kSkin);
+    Person().Rest(PointOn(*pRow));
+    EXPECT_EQ(At({340, 110}), kHovered);
+    EXPECT_EQ(At({24, 124}), 0x2626f8U);
+    pRow->m_bDisabledLook = TRUE;
+    pRow->Invalidate();
+    Person().Settle();
+    EXPECT_EQ(At({24, 124}), 0x161616U);
+    EXPECT_EQ(At({340, 100}) & 0xff, At({340, 100}) >> 16);
+    EXPECT_GT(At({340, 101}), At({340, 148}));
+}
+
+TEST_F(GPMenuButtonTest, TextsStandBehindASquareForTheIcon) {
+    const auto pRow = MakeRow();
+    MakeUsual(*pRow);
+    EXPECT_EQ(Ink({43, 100, 54, 150}), 0);
+    EXPECT_GT(Ink({54, 104, 200, 120}), 50);
+    EXPECT_GT(Ink({54, 120, 200, 140}), 50);
+    EXPECT_EQ(Ink({54, 140, 350, 150}), 0);
+    const auto pGroup = MakeRow(4000, 200, {150, 30});
+    pGroup->SetKind(2);
+    MakeUsual(*pGroup);
+    EXPECT_EQ(pGroup->GetKind(), 0);
+    EXPECT_EQ(At({7, 207}), 0x0000c8U);
+    EXPECT_EQ(At({23, 223}), kSkin);
+    EXPECT_GT(Ink({34, 205, 100, 225}), 50);
+}
+
+TEST_F(GPMenuButtonTest, AStarAtTheEndOfTheCaptionIsAYellowMark) {
+    const auto pRow = MakeRow();
+    pRow->SetCaption("Caption**");
+    pRow->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+    Person().Settle();
+    EXPECT_EQ(pRow->GetCaption(), "Caption");
+    const std::vector<std::uint32_t> marked = PixelsOf(*pRow);
+    const auto pPlain = MakeRow(1001, 200);
+    pPlain->SetCaption("Caption");
+    pPlain->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+    Person().Settle();
+    const std::vector<std::uint32_t> plain = PixelsOf(*pPlain);
+    CRect differing = {350, 50, 0, 0};
+    for (int i = 0; i < 350 * 50; ++i) {
+        if (marked[static_cast<std::size_t>(i)] != plain[static_cast<std::size_t>(i)]) {
+            differing = {std::min(differing.left, i % 350), std::min(differing.top, i / 350),
+                         std::max(differing.right, i % 350 + 1), std::max(differing.bottom, i / 350 + 1)};
+        }
+    }
+    EXPECT_EQ(differing.Size(), (CSize{5, 5}));
+    EXPECT_EQ(differing.top, 4);
+    EXPECT_EQ(At({differing.left + 2, 106}), kYellow);
+    Person().Rest(PointOn(*pRow));
+    EXPECT_EQ(At({differing.left + 2, 106}), kYellow);
+}
+
+TEST_F(GPMenuButtonTest, ACaptionOfStarsLeavesTheMarkToTheNormalState) {
+    const auto pRow = MakeRow();
+    pRow->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+    pRow->SetCaption("*");
+    pRow->SetDescription("Description");
+    Person().Settle();
+    EXPECT_EQ(At({61, 106}), kYellow);
+    EXPECT_GT(Ink({54, 120, 200, 140}), 50);
+    Person().Rest(PointOn(*pRow));
+    EXPECT_EQ(At({61, 106}), kHovered);
+    EXPECT_EQ(Ink({54, 120, 200, 140}), 0);
+}
+
+TEST_F(GPMenuButtonTest, WithoutAnImageTheRowIsBlack) {
+    const auto pRow = MakeRow();
+    pRow->SetCaption("Caption");
+    Person().Settle();
+    EXPECT_EQ(At({24, 124}), 0U);
+    EXPECT_EQ(Ink({0, 100, 350, 150}), 350 * 50);
+    pRow->LoadImageFile(m_folder.Write("damaged.png", "no picture"), "PNG");
+    pRow->Invalidate();
+    Person().Settle();
+    EXPECT_EQ(At({24, 124}), kSkin);
+    EXPECT_GT(Ink({54, 104, 200, 120}), 50);
+}
+
+TEST_F(GPMenuButtonTest, WhatIsSetAfterTheFirstPaintDoesNotShow) {
+    const auto pRow = MakeRow();
+    const auto pSame = MakeRow(1001, 200);
+    MakeUsual(*pRow);
+    MakeUsual(*pSame);
+    pRow->SetCaption("Another");
+    pRow->SetDescription("");
+    pRow->SetKind(0);
+    pRow->m_crHoverTop = 0;
+    pRow->LoadImageFile(Icon(RGB(200, 0, 0)), "PNG");
+    pRow->Invalidate();
+    Person().Settle();
+    EXPECT_EQ(PixelsOf(*pRow), PixelsOf(*pSame));
+    // The hover state is made only now.
+    pRow->SetSelected(TRUE);
+    pSame->SetSelected(TRUE);
+    m_parent.Invalidate();
+    Person().Settle();
+    EXPECT_EQ(At({340, 110}), kHovered);
+    EXPECT_EQ(PixelsOf(*pRow), PixelsOf(*pSame));
+}
+
+TEST_F(GPMenuButtonTest, ManyRowsKeepTheirPixelsWithinABound) {
+    std::vector<std::unique_ptr<CGPMenuButton>> rows;
+    std::vector<std::uint32_t> first;
+    for (UINT i = 0; i < 400; ++i) {
+        rows.push_back(MakeRow(1000 + i));
+        MakeUsual(*rows.back());
+        if (i == 0) {
+            first = PixelsOf(*rows[0]);
+        }
+        rows.back()->ShowWindow(SW_HIDE);
+    }
+    EXPECT_LE(CStatePool::Get().Bytes(), CStatePool::kMostBytes);
+    EXPECT_GT(CStatePool::Get().Bytes(), CStatePool::kMostBytes / 2);
+    rows[0]->ShowWindow(SW_SHOW);
+    Person().Settle();
+    EXPECT_EQ(PixelsOf(*rows[0]), first);
+    rows.clear();
+    EXPECT_EQ(CStatePool::Get().Bytes(), 0U);
+}
+
+TEST_F(GPMenuButtonTest, RowsThatCanBeSeenKeepTheirPixelsBeyondTheBound) {
+    m_parent.SetWindowPos(nullptr, 0, 0, 4000, 1080, SWP_NOMOVE);
+    std::vector<std::unique_ptr<CGPMenuButton>> rows;
+    for (UINT i = 0; i < 30; ++i) {
+        rows.push_back(MakeRow(1000 + i, 0, {1000, 250}));
+        MakeUsual(*rows.back());
+    }
+    EXPECT_EQ(CStatePool::Get().Bytes(), 30U * 1000 * 250 * 4);
+    rows[0]->ShowWindow(SW_HIDE);
+    rows.push_back(MakeRow(2000, 0, {1000, 250}));
+    MakeUsual(*rows.back());
+    EXPECT_EQ(CStatePool::Get().Bytes(), 30U * 1000 * 250 * 4);
+}
+
+TEST_F(GPMenuButtonTest, RestingTellsTheParentOncePerEntry) {
+    const auto pRow = MakeRow();
+    const auto pGroup = MakeRow(4000, 200);
+    pGroup->SetKind(0);
+    Person().Move(PointOn(*pRow));
+    Person().Wait(9);
+    EXPECT_EQ(m_parent.CountOf(kMsgItemHover), 0);
+    Person().Wait(1);
+    EXPECT_EQ(m_parent.CountOf(kMsgItemHover), 1);
+    Person().Wait(100);
+    Person().Move(PointOn(*pRow) + CPoint{9, 9});
+    Person().Wait(100);
+    EXPECT_EQ(m_parent.CountOf(kMsgItemHover), 1);
+    Person().Rest(PointOn(*pGroup));
+    EXPECT_EQ(m_parent.CountOf(kMsgGroupHover), 1);
+    Person().Rest(PointOn(*pRow));
+    EXPECT_EQ(m_parent.CountOf(kMsgItemHover), 2);
+}
+
+TEST_F(GPMenuButtonTest, LeavingBringsBackTheNormalLookUnlessTheRowIsSelected) {
+    const auto pRow = MakeRow();
+    MakeUsual(*pRow);
+    Person().Rest(PointOn(*pRow));
+    EXPECT_EQ(At({340, 110}), kHovered);
+    Person().Move(kAway);
+    EXPECT_EQ(At({340, 110}), kSkin);
+    pRow->SetSelected(TRUE);
+    Person().Rest(PointOn(*pRow));
+    Person().Move(kAway);
+    EXPECT_EQ(At({340, 110}), kHovered);
+}
+
+TEST_F(GPMenuButtonTest, BothPressesOfADoubleClickAreClicks) {
+    const auto pRow = MakeRow();
+    MakeUsual(*pRow);
+    Person().DoubleClick(PointOn(*pRow));
+    EXPECT_EQ(m_parent.CountOf(kMsgItemClick), 2);
+}
+
+MenuButtonClickInfo g_info;
+
+TEST_F(GPMenuButtonTest, ARightClickCallsBackWhereThatIsEnabled) {
+    const auto pRow = MakeRow();
+    pRow->m_pfnRightClick = [](const MenuButtonClickInfo* pInfo) { g_info = *pInfo; };
+    Person().Click(PointOn(*pRow), 3);
+    EXPECT_EQ(g_info.pButton, nullptr);
+    Person().Wait(600);
+    pRow->m_bRightClickEnabled = TRUE;
+    Person().Click(PointOn(*pRow), 3);
+    EXPECT_EQ(g_info.pButton, pRow.get());
+    EXPECT_EQ(g_info.nId, 1000);
+    EXPECT_EQ(g_info.x, 300);
+    EXPECT_EQ(g_info.y, 5);
+    EXPECT_NE(CWnd::GetFocus(), pRow.get());
+}
+
+TEST_F(GPMenuButtonTest, ACallbackMayDeleteTheButton) {
+    auto pRow = MakeRow();
+    pRow->m_bRightClickEnabled = TRUE;
+    pRow->m_pfnRightClick = [](const MenuButtonClickInfo* pInfo) { delete pInfo->pButton; };
+    Person().Click(PointOn(*pRow.release()), 3);
+    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
+}
+
+TEST_F(GPMenuButtonTest, AClicksHandlerMayDeleteTheButton) {
+    auto pRow = MakeRow();
+    m_parent.actAt = kMsgItemClick;
+    m_parent.action = [&](ProbeWnd&) { pRow.reset(); };
+    Person().Click(PointOn(*pRow));
+    EXPECT_EQ(pRow, nullptr);
+    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
+}
+
+TEST_F(GPMenuButtonTest, ARowWithoutSizeIsHarmless) {
+    const auto pRow = MakeRow(1000, 100, {0, 0});
+    MakeUsual(*pRow);
+    pRow->SetWindowPos(nullptr, 0, 0, 20, 1, SWP_NOMOVE);
+    Person().Settle();
+    EXPECT_EQ(At({30, 130}), 0x0a141eU);
+}
+
+}  // namespace
+}  // namespace veldan
