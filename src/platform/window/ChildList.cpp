@@ -7,9 +7,8 @@ namespace veldan {
 std::size_t ChildList::Append(const Entry& entry) {
     const std::size_t place = m_entries.size();
     m_entries.push_back(entry);
-    if (entry.visible) {
-        m_visible.push_back(place);
-    }
+    m_visible.resize(place / kWordBits + 1);
+    MarkVisible(place);
     return place;
 }
 
@@ -20,16 +19,14 @@ void ChildList::Remove(std::size_t place) {
 }
 
 void ChildList::SetVisible(std::size_t place, bool visible) {
-    if (m_entries[place].visible == visible) {
-        return;
-    }
     m_entries[place].visible = visible;
-    const auto at = std::ranges::lower_bound(m_visible, place);
-    if (visible) {
-        m_visible.insert(at, place);
-    } else {
-        m_visible.erase(at);
-    }
+    MarkVisible(place);
+}
+
+void ChildList::MarkVisible(std::size_t place) {
+    const std::uint64_t bit = std::uint64_t{1} << place % kWordBits;
+    std::uint64_t& word = m_visible[place / kWordBits];
+    word = m_entries[place].visible ? word | bit : word & ~bit;
 }
 
 void ChildList::MoveToTop(std::size_t place) {
@@ -53,25 +50,19 @@ void ChildList::MoveEntry(std::size_t from, std::size_t to) {
     } else {
         std::rotate(at(to), at(from), at(from) + 1);
     }
-    ListVisible();
-}
-
-std::span<const std::size_t> ChildList::VisibleAbove(std::size_t place) const {
-    return {m_visible.begin(), std::ranges::lower_bound(m_visible, place)};
+    MarkAllVisible();
 }
 
 void ChildList::Compact() {
     std::erase_if(m_entries, [](const Entry& entry) { return !entry.window; });
     m_gaps = 0;
-    ListVisible();
+    MarkAllVisible();
 }
 
-void ChildList::ListVisible() {
-    m_visible.clear();
+void ChildList::MarkAllVisible() {
+    m_visible.assign(m_entries.size() / kWordBits + 1, 0);
     for (std::size_t place = 0; place < m_entries.size(); ++place) {
-        if (m_entries[place].visible) {
-            m_visible.push_back(place);
-        }
+        MarkVisible(place);
     }
 }
 

@@ -3,15 +3,16 @@
 #include "platform/core/Geometry.h"
 #include "platform/window/Handle.h"
 
+#include <bit>
 #include <cstddef>
-#include <span>
+#include <cstdint>
 #include <vector>
 
 namespace veldan {
 
-/// The children of a window from the topmost to the lowest, with what hit tests and clipping ask for. The visible ones are
-/// listed apart, so that any number of hidden children costs those questions nothing. Removal leaves a gap that is closed
-/// later, so making and destroying children costs the same for any number.
+/// The children of a window from the topmost to the lowest, with what hit tests and clipping ask for. The visible ones
+/// are marked apart, so that any number of hidden children costs those questions next to nothing. Removal leaves a gap
+/// that is closed later, so making and destroying children costs the same for any number.
 class ChildList {
 public:
     struct Entry {
@@ -32,21 +33,37 @@ public:
 
     [[nodiscard]] const Entry& At(std::size_t place) const { return m_entries[place]; }
     [[nodiscard]] const std::vector<Entry>& Entries() const { return m_entries; }
-    /// Places of the visible entries, from the topmost to the lowest.
-    [[nodiscard]] const std::vector<std::size_t>& Visible() const { return m_visible; }
-    /// Those of them that lie above a place.
-    [[nodiscard]] std::span<const std::size_t> VisibleAbove(std::size_t place) const;
+    /// Calls `see` with the visible entries from the topmost to the lowest, as long as it answers true.
+    template <class See>
+    void ForVisible(See see) const {
+        ForVisibleAbove(m_entries.size(), see);
+    }
+    /// The same for those that lie above a place.
+    template <class See>
+    void ForVisibleAbove(std::size_t end, See see) const {
+        for (std::size_t word = 0; word * kWordBits < end; ++word) {
+            for (std::uint64_t bits = m_visible[word]; bits != 0; bits &= bits - 1) {
+                const std::size_t place = word * kWordBits + static_cast<std::size_t>(std::countr_zero(bits));
+                if (place >= end || !see(m_entries[place])) {
+                    return;
+                }
+            }
+        }
+    }
 
     [[nodiscard]] bool WantsCompacting() const { return m_gaps > 32 && m_gaps * 2 > m_entries.size(); }
     /// Closes the gaps. Every place changes.
     void Compact();
 
 private:
+    static constexpr std::size_t kWordBits = 64;
+
     void MoveEntry(std::size_t from, std::size_t to);
-    void ListVisible();
+    void MarkVisible(std::size_t place);
+    void MarkAllVisible();
 
     std::vector<Entry> m_entries;
-    std::vector<std::size_t> m_visible;
+    std::vector<std::uint64_t> m_visible;  // a bit an entry
     std::size_t m_gaps = 0;
 };
 

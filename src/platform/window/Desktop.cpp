@@ -127,9 +127,10 @@ HWND Desktop::ChildWithId(HWND parent, UINT id) const {
 std::vector<HWND> Desktop::VisibleChildrenOf(HWND parent) const {
     std::vector<HWND> children;
     if (const WindowRecord* record = m_table.Find(parent)) {
-        for (const std::size_t place : record->children.Visible()) {
-            children.push_back(record->children.At(place).window);
-        }
+        record->children.ForVisible([&](const ChildList::Entry& entry) {
+            children.push_back(entry.window);
+            return true;
+        });
     }
     return children;
 }

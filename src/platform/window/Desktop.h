@@ -202,13 +202,13 @@ private:
     [[nodiscard]] Region VisibleRegion(const WindowRecord& record) const;
     [[nodiscard]] const std::shared_ptr<Surface>& SurfaceOf(HWND window);
     void AddDirty(HWND window, const Region& area);
-    void InvalidateTree(WindowRecord& record, const CRect& client, bool erase);
+    void InvalidateArea(WindowRecord& record, const CRect& client, bool erase);
     void QueuePaint(WindowRecord& record);
     void QueuePaintOfTree(WindowRecord& record);
     [[nodiscard]] HWND NextPaint(HWND ancestor);
     void PaintWindow(HWND window);
     void EraseNow(HWND window);
-    void InvalidateChildren(WindowRecord& record, const Region& area);
+    void InvalidateChildren(const WindowRecord& record, const Region& area);
     void PresentAll();
     void Present(WindowRecord& topLevel);
 

@@ -44,13 +44,12 @@ HWND Desktop::WindowAt(HWND topLevel, CPoint screen) const {
     CPoint point = screen - record->rect.TopLeft();
     for (;;) {
         const WindowRecord* hit = nullptr;
-        for (const std::size_t place : record->children.Visible()) {
-            const ChildList::Entry& entry = record->children.At(place);
+        record->children.ForVisible([&](const ChildList::Entry& entry) {
             if (entry.rect.Contains(point)) {
                 hit = m_table.Find(entry.window);
-                break;
             }
-        }
+            return hit == nullptr;
+        });
         // What falls on a disabled child is its parent's.
         if (hit == nullptr || !hit->enabled) {
             return record->enabled ? record->handle : HWND();

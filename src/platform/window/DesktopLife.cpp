@@ -48,7 +48,7 @@ HWND Desktop::CreateWindow(CWnd& object, const WindowClass& windowClass, const C
         m_topLevels.insert(m_topLevels.begin(), window);
         GetDisplay().CreateTopLevel(window.Value(), {KindOf(record), record.text, record.topLevel->owner.Value()},
                                     record.rect);
-        InvalidateTree(record, record.ClientRect(), true);
+        InvalidateArea(record, record.ClientRect(), true);
     }
     object.m_hWnd = window;
     object.PreSubclassWindow();

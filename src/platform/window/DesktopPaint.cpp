@@ -29,12 +29,12 @@ Region Desktop::VisibleRegion(const WindowRecord& record) const {
         const WindowRecord* parent = m_table.Find(window->parent);
         const CPoint origin = OriginOf(*parent);
         const CRect local = bounds.Offset(-origin);
-        for (const std::size_t place : parent->children.VisibleAbove(window->place)) {
-            const CRect& sibling = parent->children.At(place).rect;
-            if (sibling.Intersects(local)) {
-                region.Subtract(sibling.Offset(origin));
+        parent->children.ForVisibleAbove(window->place, [&](const ChildList::Entry& sibling) {
+            if (sibling.rect.Intersects(local)) {
+                region.Subtract(sibling.rect.Offset(origin));
             }
-        }
+            return true;
+        });
         window = parent;
     }
     return region;
@@ -52,12 +52,12 @@ const std::shared_ptr<Surface>& Desktop::SurfaceOf(HWND window) {
 
 void Desktop::Invalidate(HWND window, const CRect& client, bool erase) {
     if (WindowRecord* record = m_table.Find(window)) {
-        InvalidateTree(*record, client, erase);
+        InvalidateArea(*record, client, erase);
     }
 }
 
-/// A window whose background is drawn anew takes its children's pixels with it, so they follow.
-void Desktop::InvalidateTree(WindowRecord& record, const CRect& client, bool erase) {
+/// The children in the area follow when it is painted, so that invalidating costs the same for any number of them.
+void Desktop::InvalidateArea(WindowRecord& record, const CRect& client, bool erase) {
     const CRect area = client.Intersect(record.ClientRect());
     if (area.IsEmpty() || (record.IsChild() && !record.visible)) {
         return;
@@ -65,22 +65,17 @@ void Desktop::InvalidateTree(WindowRecord& record, const CRect& client, bool era
     record.update.Add(area);
     record.erase = record.erase || erase;
     QueuePaint(record);
-    for (const std::size_t place : record.children.Visible()) {
-        const ChildList::Entry& entry = record.children.At(place);
-        if (entry.rect.Intersects(area)) {
-            InvalidateTree(*m_table.Find(entry.window), area.Offset(-entry.rect.TopLeft()), true);
-        }
-    }
 }
 
-void Desktop::InvalidateChildren(WindowRecord& record, const Region& area) {
-    for (const std::size_t place : record.children.Visible()) {
-        const ChildList::Entry& entry = record.children.At(place);
+/// A window that is drawn anew takes its children's pixels with it.
+void Desktop::InvalidateChildren(const WindowRecord& record, const Region& area) {
+    record.children.ForVisible([&](const ChildList::Entry& entry) {
         if (area.Intersects(entry.rect)) {
             const CRect touched = entry.rect.Intersect(area.Bounds());
-            InvalidateTree(*m_table.Find(entry.window), touched.Offset(-entry.rect.TopLeft()), true);
+            InvalidateArea(*m_table.Find(entry.window), touched.Offset(-entry.rect.TopLeft()), true);
         }
-    }
+        return true;
+    });
 }
 
 void Desktop::QueuePaint(WindowRecord& record) {
@@ -101,9 +96,10 @@ void Desktop::QueuePaintOfTree(WindowRecord& record) {
     if (!record.update.IsEmpty()) {
         QueuePaint(record);
     }
-    for (const std::size_t place : record.children.Visible()) {
-        QueuePaintOfTree(*m_table.Find(record.children.At(place).window));
-    }
+    record.children.ForVisible([this](const ChildList::Entry& entry) {
+        QueuePaintOfTree(*m_table.Find(entry.window));
+        return true;
+    });
 }
 
 /// The next window to paint, parents before children; only such within `ancestor`, unless that is null.
@@ -188,6 +184,7 @@ HDC Desktop::BeginPaint(HWND window, Region& area) {
     }
     area = std::exchange(record->update, {});
     record->paintBegun = true;
+    InvalidateChildren(*record, area);
     const CPoint origin = OriginOf(*record);
     Region clip = VisibleRegion(*record);
     clip.Intersect(Region(area).Translate(origin));

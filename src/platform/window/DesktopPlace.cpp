@@ -62,7 +62,7 @@ void Desktop::HideChild(WindowRecord& record) {
     parent.children.SetVisible(record.place, false);
     record.update.Clear();
     record.erase = false;
-    InvalidateTree(parent, record.rect, true);
+    InvalidateArea(parent, record.rect, true);
     SendMessage(window, WM_SHOWWINDOW, FALSE);
     if (IsWithin(m_capture, window)) {
         SetCapture({});
@@ -77,7 +77,7 @@ void Desktop::ShowChild(WindowRecord& record) {
     record.visible = true;
     RetestPointerSoon();
     m_table.Find(record.parent)->children.SetVisible(record.place, true);
-    InvalidateTree(record, record.ClientRect(), true);
+    InvalidateArea(record, record.ClientRect(), true);
     SendMessage(record.handle, WM_SHOWWINDOW, TRUE);
 }
 
@@ -162,8 +162,8 @@ void Desktop::MoveChild(WindowRecord& record, const CRect& rect) {
     record.rect = rect;
     parent.children.SetRect(record.place, rect);
     if (record.visible) {
-        InvalidateTree(parent, before, true);
-        InvalidateTree(parent, rect, true);
+        InvalidateArea(parent, before, true);
+        InvalidateArea(parent, rect, true);
     }
     record.update.Intersect(record.ClientRect());
 }
@@ -182,7 +182,7 @@ void Desktop::DropSurface(WindowRecord& record) {
     record.topLevel->surface.reset();
     record.topLevel->dirty.Clear();
     record.update.Clear();
-    InvalidateTree(record, record.ClientRect(), true);
+    InvalidateArea(record, record.ClientRect(), true);
 }
 
 void Desktop::SendPlaceMessages(HWND window, const CRect& before, const CRect& after) {
@@ -210,7 +210,7 @@ void Desktop::RestackChild(WindowRecord& record, Stacking stacking, HWND sibling
     RenumberChildren(parent);
     RetestPointerSoon();
     if (record.visible) {
-        InvalidateTree(parent, record.rect, true);
+        InvalidateArea(parent, record.rect, true);
     }
 }
 
