@@ -102,6 +102,7 @@ LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
         Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
     const HWND self = GetSafeHwnd();
     if (m_hHostWnd) {
+        Desktop::Get().ReleaseGrab();
         Desktop::Get().SendMessage(m_hHostWnd, m_uHostMsg, 0, reinterpret_cast<LPARAM>(strPath.c_str()));
         // The host may have destroyed the menu, or made another one in its place.
         if (FromHandle(self) != this) {

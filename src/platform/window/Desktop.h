@@ -70,6 +70,7 @@ public:
     /// Runs the PreTranslateMessage walk from the message's window up its parents, then hands the message to its
     /// window.
     void TranslateAndDispatch(MSG& message);
+    /// Ends Run, once what was posted before is handled. Hosts with a loop of their own don't notice it.
     void PostQuitMessage(int result);
     /// The end of every public entry and of each dispatch: shows what was drawn, sends out requests, and sees to it
     /// that the descriptor is readable if and only if something waits.
@@ -140,6 +141,8 @@ public:
     /// The pointer's place on the screen, also outside of all own windows.
     [[nodiscard]] CPoint CursorPos();
     void SetCursor(CursorShape shape);
+    /// Ends what grabs the pointer on the display. To be called before code outside of the library runs for long.
+    void ReleaseGrab();
 
     // Timers.
 

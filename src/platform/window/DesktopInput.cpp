@@ -330,6 +330,11 @@ CPoint Desktop::CursorPos() {
     return m_pointerTopLevel ? m_ptPointer : GetDisplay().QueryPointer();
 }
 
+void Desktop::ReleaseGrab() {
+    m_display->ReleaseGrab();
+    m_display->Flush();
+}
+
 void Desktop::SetCursor(CursorShape shape) {
     m_cursor = shape;
     if (m_pointerTopLevel) {

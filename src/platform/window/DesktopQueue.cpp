@@ -24,24 +24,24 @@ int Desktop::Run() {
 
 bool Desktop::PumpMessage() {
     MSG message;
-    while (!PeekMessage(message)) {
-        if (std::exchange(m_bQuit, false)) {
+    for (;;) {
+        // What was posted before the quit message is handled before it.
+        if (m_posted.empty() && std::exchange(m_bQuit, false)) {
             return false;
+        }
+        if (PeekMessage(message)) {
+            TranslateAndDispatch(message);
+            return true;
         }
         Settle();
         m_waitSet.Wait();
     }
-    TranslateAndDispatch(message);
-    return true;
 }
 
 bool Desktop::PeekMessage(MSG& message) {
     for (;;) {
         if (NextPosted(message)) {
             return true;
-        }
-        if (m_bQuit) {
-            return false;
         }
         switch (NextInput(message)) {
             case Retrieved::Message:
@@ -136,7 +136,7 @@ bool Desktop::HasWork() const {
             return record != nullptr && !record->update.IsEmpty() && IsVisible(window);
         });
     };
-    return !m_posted.empty() || m_bQuit || !m_input.empty() || m_bRetestPointer ||
+    return !m_posted.empty() || !m_input.empty() || m_bRetestPointer ||
            std::ranges::any_of(m_paintByDepth, anyPaint);
 }
 
