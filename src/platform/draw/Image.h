@@ -37,6 +37,9 @@ public:
     [[nodiscard]] int GetWidth() const { return m_size.cx; }
     [[nodiscard]] int GetHeight() const { return m_size.cy; }
 
+    /// How many bytes of the file are kept to be decoded; none on a dead image.
+    [[nodiscard]] std::size_t GetByteCount() const { return m_bytes.size(); }
+
     /// The pixels, decoded at the first call, or null on a dead image.
     [[nodiscard]] const Surface* Pixels();
     /// Frees the decoded pixels; they are decoded again when they are next asked for.
