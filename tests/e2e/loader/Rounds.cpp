@@ -1,5 +1,6 @@
 #include "e2e/loader/Host.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -24,7 +25,7 @@ std::ptrdiff_t CountRegions() {
     return std::count(std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>(), '\n');
 }
 
-/// Memory that no other process shares, in KiB.
+/// Memory of the process's own, in KiB. Pages of files don't count: whether another process maps them too is chance.
 long PrivateMemory() {
     std::ifstream rollup("/proc/self/smaps_rollup");
     long sum = 0;
@@ -32,7 +33,7 @@ long PrivateMemory() {
         std::istringstream words(line);
         std::string name;
         long value = 0;
-        if (words >> name >> value && (name == "Private_Clean:" || name == "Private_Dirty:")) {
+        if (words >> name >> value && (name == "Anonymous:" || name == "Swap:")) {
             sum += value;
         }
     }
@@ -42,7 +43,7 @@ long PrivateMemory() {
 std::string Measures() {
     return "threads=" + std::to_string(CountEntries("/proc/self/task")) +
            " descriptors=" + std::to_string(CountEntries("/proc/self/fd")) +
-           " regions=" + std::to_string(CountRegions()) + " mapped=" + (Library::IsMapped() ? "yes" : "no") +
+           " mapped=" + (Library::IsMapped() ? "yes" : "no") +
            " windows=" + std::to_string(Desktop::Get().WindowCount());
 }
 
@@ -80,7 +81,7 @@ int PlayRounds(const std::string& library, const std::string& base, int rounds) 
         if (round == kWarm || round == rounds) {
             CatchUp();
             Tell(Measures());
-            Tell(std::to_string(PrivateMemory()));
+            Tell(std::to_string(CountRegions()) + " " + std::to_string(PrivateMemory()));
             Listen();
         }
     }
