@@ -66,6 +66,10 @@ public:
     [[nodiscard]] const CString& GetCaption() const { return m_strCaption; }
     [[nodiscard]] const CString& GetDescription() const { return m_strDescription; }
     [[nodiscard]] bool HasImage() const { return m_pImage != nullptr; }
+    /// What the encoded image takes in memory.
+    [[nodiscard]] std::size_t GetImageBytes() const {
+        return m_pImage && m_pImage->m_pBitmap ? m_pImage->m_pBitmap->GetByteCount() : 0;
+    }
 
 protected:
     [[nodiscard]] const MessageMap& GetMessageMap() const override;

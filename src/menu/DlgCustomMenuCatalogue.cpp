@@ -18,6 +18,9 @@ constexpr std::string_view kSection = "Order";
 /// Names stand at the top of a profile; what is larger than any profile isn't read through.
 constexpr std::int64_t kMostProfileBytes = 256LL * 1024;
 
+/// A menu's icons take a few megabytes. What goes far beyond is no icon.
+constexpr std::size_t kMostIconBytes = std::size_t{96} * 1024 * 1024;
+
 /// How many groups make the window as high as the full number of rows asks for.
 constexpr int kGroupsOfFullMenu = 20;
 
@@ -37,12 +40,6 @@ int CountIn(const CIniDocument& index, int most) {
 /// A name that leads out of its folder reads as one of a missing file. The empty one is the folder itself.
 bool StaysInFolder(const CString& strName) {
     return strName.empty() || IsPlainFileName(strName);
-}
-
-void LoadIcon(CGPMenuButton& button, const CString& path) {
-    if (PathExists(path, false)) {
-        button.LoadImageFile(path, "PNG");
-    }
 }
 
 /// The value of an element that fills its line, if it is this one.
@@ -69,6 +66,7 @@ void CDlgCustomMenu::FreeAllItems() {
     // The maps are empty before the first button goes: its window's last messages may ask for entries.
     std::exchange(m_mapLevel2Items, {}).clear();
     std::exchange(m_mapLevel1Items, {}).clear();
+    m_nIconBytes = 0;
 }
 
 MenuItem* CDlgCustomMenu::FindLevel1Item(int id) const {
@@ -208,6 +206,13 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
     InsertItem(std::move(pItem));
 }
 
+void CDlgCustomMenu::LoadIcon(CGPMenuButton& button, const CString& path) {
+    if (PathExists(path, false)) {
+        button.LoadImageFile(m_nIconBytes < kMostIconBytes ? path : CString(), "PNG");
+        m_nIconBytes += button.GetImageBytes();
+    }
+}
+
 /// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.
 void CDlgCustomMenu::ReadProfileText(const CString& path, MenuItem* pItem) {
     CStdioFile file;
@@ -241,6 +246,7 @@ void CDlgCustomMenu::RemoveItem(const CString& strKey) {
         const std::unique_ptr<MenuItem> pItem = std::move(found->second);
         m_mapLevel2Items.erase(found);
         pItem->m_pParent->m_mapLevel2Menu.erase(strKey);
+        m_nIconBytes -= pItem->m_pButton->GetImageBytes();
     }
 }
 

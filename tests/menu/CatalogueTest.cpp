@@ -208,6 +208,33 @@ TEST_F(CatalogueTest, FilesThatAreNoneGiveASmallerMenu) {
     EXPECT_TRUE(Item(1001).m_pButton->HasImage());
 }
 
+TEST_F(CatalogueTest, IconsBeyondAllMeasureAreNotKept) {
+    Surface noise(500, 500);
+    std::uint32_t state = 1;
+    for (int i = 0; i < 500 * 500; ++i) {
+        state = state * 1664525 + 1013904223;
+        noise.Row(i / 500)[i % 500] = state | 0xff000000;
+    }
+    m_tree.Groups({"A"});
+    m_tree.Write("A/noise.png", EncodePng(noise, PngAlpha::Keep));
+    std::vector<TreeEntry> entries;
+    for (int i = 0; i < 200; ++i) {
+        entries.push_back({Format("p%d.xml", i), "noise.png"});
+    }
+    m_tree.Write("A/order.ini", ProfileTree::Index(entries));
+    Init();
+    std::size_t kept = 0;
+    for (const auto& [strKey, pItem] : Menu().Items()) {
+        EXPECT_TRUE(pItem->m_pButton->HasImage());
+        kept += pItem->m_pButton->GetImageBytes();
+    }
+    EXPECT_GT(kept, 90'000'000U);
+    EXPECT_LT(kept, 102'000'000U);
+    Menu().ClearGroupItems(kFirstGroupID);
+    Menu().ReloadCatalogue();
+    EXPECT_GT(Item(1000).m_pButton->GetImageBytes(), 700'000U);
+}
+
 TEST_F(CatalogueTest, ReloadReadsEverythingAnewAndHidesTheMenu) {
     m_tree.Groups({"A", "B"});
     m_tree.Fill("A", 9);
