@@ -88,7 +88,12 @@ void Desktop::QueuePaint(WindowRecord& record) {
     if (depth >= m_paintByDepth.size()) {
         m_paintByDepth.resize(depth + 1);
     }
-    m_paintByDepth[depth].push_back(record.handle);
+    std::vector<HWND>& queue = m_paintByDepth[depth];
+    // Windows that died unpainted are taken out before they are the most of the queue.
+    if (queue.size() > 2 * m_table.Count()) {
+        std::erase_if(queue, [this](HWND window) { return m_table.Find(window) == nullptr; });
+    }
+    queue.push_back(record.handle);
 }
 
 /// A hidden window's update region waits; with the window shown it is asked for again.
