@@ -12,8 +12,10 @@
 namespace veldan {
 namespace {
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Key;
 
 /// A host in a process of its own that loads the library by its path.
 class LoaderTest : public ::testing::Test {
@@ -106,6 +108,7 @@ TEST_F(LoaderTest, RoundsOnAServerLeaveNothingBehind) {
     const XServer server;
     ASSERT_TRUE(server.IsRunning());
     const ServerResources resources(server.Name());
+    ASSERT_THAT(resources.Count(), Contains(Key("WINDOW")));
     ExpectRoundsLeaveNothing({{"DISPLAY", server.Name()}}, [&] { return resources.Count(); });
 }
 
