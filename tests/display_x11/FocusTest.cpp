@@ -8,16 +8,21 @@ namespace veldan {
 
 namespace {
 
-class FocusTest : public X11DisplayTest, public testing::WithParamInterface<bool> {
+class FocusFixture : public X11DisplayTest {
 protected:
-    FocusTest() : X11DisplayTest({.withManager = GetParam()}) {}
+    explicit FocusFixture(bool isManaged) : X11DisplayTest({.withManager = isManaged}), m_isManaged(isManaged) {}
 
     void SetUp() override {
         X11DisplayTest::SetUp();
         m_other.emplace(m_server.Name(), CRect{600, 400, 800, 600}, 0x808080, XForeignWindow::Kind::Managed);
         ASSERT_TRUE(m_hand.WaitForPixel({700, 500}, 0x808080));
-        m_other->TakeFocus();
-        ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+        AwaitFocusOf(*m_other);
+    }
+
+    // A manager gives the focus to a new window by itself, in its own time.
+    void AwaitFocusOf(XForeignWindow& window) {
+        if (!m_isManaged) window.TakeFocus();
+        ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == window.Id(); }));
     }
 
     std::unique_ptr<Display> MakeDisplay() override {
@@ -26,14 +31,14 @@ protected:
         return std::make_unique<X11Display>(X11Connection::Open(m_server.Name().c_str()), std::move(clock), true);
     }
 
-    // Makes a loss of the focus the person's own doing.
-    void PressOutside() {
-        m_hand.ClickAt(kFarAway);
-        ASSERT_TRUE(WaitFor(DisplayEventKind::OutsidePress));
-    }
-
+    bool m_isManaged;
     ManualClock* m_clock = nullptr;
     std::optional<XForeignWindow> m_other;
+};
+
+class FocusTest : public FocusFixture, public testing::WithParamInterface<bool> {
+protected:
+    FocusTest() : FocusFixture(GetParam()) {}
 };
 
 INSTANTIATE_TEST_SUITE_P(OnServer, FocusTest, testing::Bool(), ManagedOrBare);
@@ -56,9 +61,12 @@ TEST_P(FocusTest, IsGivenBackAlsoAfterItsWindowWasHidden) {
 }
 
 TEST_P(FocusTest, LossToAForeignWindowIsToldAndLeftAlone) {
+    XForeignWindow third(m_server.Name(), {50, 500, 150, 600}, 0x101010, XForeignWindow::Kind::Managed);
+    AwaitFocusOf(third);
+    m_other->TakeFocus();
     ShowFocusedMenu();
-    XForeignWindow third(m_server.Name(), {50, 500, 150, 600}, 0x101010);
-    PressOutside();
+    m_hand.ClickAt({100, 550});
+    ASSERT_TRUE(WaitFor(DisplayEventKind::OutsidePress));
     third.TakeFocus();
     ASSERT_TRUE(WaitFor(DisplayEventKind::FocusOut));
     m_display->GiveBackFocus();
@@ -75,6 +83,18 @@ TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnce) {
     m_other->TakeFocus();
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
     EXPECT_EQ(m_hand.Focus(), m_other->Id());
+}
+
+TEST_P(FocusTest, NewsFromBeforeItWasTakenIsOutOfDate) {
+    Show(8, {300, 120, 500, 280});
+    ShowMenu();
+    m_display->TakeFocus(8);
+    m_display->Sync();
+    m_display->TakeFocus(kMenu);
+    m_display->TakeFocus(kMenu);
+    const auto focus = WaitFor(DisplayEventKind::FocusIn);
+    ASSERT_TRUE(focus);
+    EXPECT_EQ(focus->window, kMenu);
 }
 
 TEST_P(FocusTest, LaterLossIsTold) {
@@ -111,6 +131,26 @@ TEST_P(FocusTest, FrameTakesItAsSoonAsItMay) {
     m_display->SetVisible(kFrame, true);
     m_display->TakeFocus(kFrame);
     m_display->Flush();
+    const auto focus = WaitFor(DisplayEventKind::FocusIn);
+    ASSERT_TRUE(focus);
+    EXPECT_EQ(focus->window, kFrame);
+}
+
+class BareFocusTest : public FocusFixture {
+protected:
+    BareFocusTest() : FocusFixture(false) {}
+};
+
+TEST_F(BareFocusTest, StrayLossToAnOwnFrameIsUndoneOnceToo) {
+    Show(kFrame, {300, 300, 500, 450}, 0xff336699, TopLevelKind::Frame);
+    ASSERT_TRUE(m_hand.WaitForPixel({400, 400}, 0x336699));
+    m_display->TakeFocus(kFrame);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn));
+    ShowFocusedMenu();
+    m_hand.GiveFocus(WindowOf(kFrame));
+    EXPECT_FALSE(HasCome(DisplayEventKind::FocusIn));
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kMenu); }));
+    m_hand.GiveFocus(WindowOf(kFrame));
     const auto focus = WaitFor(DisplayEventKind::FocusIn);
     ASSERT_TRUE(focus);
     EXPECT_EQ(focus->window, kFrame);

@@ -147,6 +147,11 @@ xcb_atom_t XHand::Atom(std::string_view name) const {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
+void XHand::GiveFocus(xcb_window_t window) {
+    xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    Sync();
+}
+
 std::string XHand::PropertyOf(xcb_window_t window, std::string_view name) const {
     const auto reply = Ask<&xcb_get_property_reply>(
         m_connection, xcb_get_property(m_connection, 0, window, Atom(name), XCB_ATOM_ANY, 0, kPropertyWords));

@@ -60,6 +60,8 @@ public:
     [[nodiscard]] xcb_window_t FindWindow(std::string_view title) const;
     /// The place of a window on the screen without its decorations.
     [[nodiscard]] CRect RectOf(xcb_window_t window) const;
+    /// Moves the keyboard focus, as a window manager does.
+    void GiveFocus(xcb_window_t window);
     /// A text property of a window, as it stands.
     [[nodiscard]] std::string PropertyOf(xcb_window_t window, std::string_view name) const;
     /// Alt and Tab, Alt held until the manager has answered with its list of windows; false when it never did.

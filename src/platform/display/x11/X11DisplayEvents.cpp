@@ -79,7 +79,6 @@ bool X11Display::Settle() {
 }
 
 void X11Display::Translate(const xcb_generic_event_t& event) {
-    m_focus.OnSequence(event.full_sequence);
     switch (event.response_type & 0x7f) {
         case XCB_MOTION_NOTIFY:
             return OnMotion(As<xcb_motion_notify_event_t>(event));

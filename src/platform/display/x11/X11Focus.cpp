@@ -31,9 +31,7 @@ void X11Focus::Set(xcb_window_t window) {
     const X11TopLevel* own = m_windows.FindWindow(window);
     m_wanted = 0;
     m_ordered = own ? own->Id() : 0;
-    const auto cookie = xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-    m_orderedAt = cookie.sequence;
-    m_isCarriedOut = false;
+    xcb_set_input_focus(m_connection.Get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
 }
 
 void X11Focus::LearnWhoHadIt() {
@@ -71,26 +69,39 @@ void X11Focus::OnMap(X11TopLevel& topLevel) {
     if (m_wanted == topLevel.Id()) Take(topLevel);
 }
 
-void X11Focus::OnFocusOut(const X11TopLevel& topLevel) {
-    if (m_now == topLevel.Id()) m_now = 0;
+void X11Focus::OnFocusIn(const X11TopLevel& topLevel) {
+    m_now = topLevel.Id();
+    m_hasNews = true;
 }
 
-void X11Focus::OnSequence(std::uint32_t sequence) {
-    if (static_cast<std::int32_t>(sequence - m_orderedAt) >= 0) m_isCarriedOut = true;
+void X11Focus::OnFocusOut(const X11TopLevel& topLevel) {
+    if (m_now != topLevel.Id()) return;
+    m_now = 0;
+    m_hasNews = true;
+}
+
+void X11Focus::AskWhoHasIt() {
+    const auto reply = m_connection.Ask<&xcb_get_input_focus_reply>(xcb_get_input_focus(m_connection.Get()));
+    const X11TopLevel* own = reply ? m_windows.FindWindow(reply->focus) : nullptr;
+    m_now = own ? own->Id() : 0;
 }
 
 // Also where the host's own frame has it now: a manager that was slow to notice the frame gives it the focus behind the
 // back of a menu shown meanwhile.
-void X11Focus::RetakeStrayLoss() {
-    if (m_shown == 0 || m_shown != m_ordered || m_clock.Now() - m_shownAt >= kStrayLoss) return;
+bool X11Focus::RetakeStrayLoss() {
+    if (m_shown == 0 || m_shown != m_ordered || m_clock.Now() - m_shownAt >= kStrayLoss) return false;
     const X11TopLevel* shown = m_windows.Find(std::exchange(m_shown, 0));
-    if (shown && shown->IsViewable()) Set(shown->Window());
+    if (!shown || !shown->IsViewable()) return false;
+    Set(shown->Window());
+    return true;
 }
 
 std::optional<TopLevelId> X11Focus::Settle() {
-    if (m_isCarriedOut && m_now != m_ordered) RetakeStrayLoss();
-    const bool isOutOfDate = !m_isCarriedOut && m_now != m_ordered;
-    if (isOutOfDate || m_told == m_now) return std::nullopt;
+    if (std::exchange(m_hasNews, false) && m_now != m_ordered) {
+        AskWhoHasIt();
+        if (m_now != m_ordered && RetakeStrayLoss()) AskWhoHasIt();
+    }
+    if (m_told == m_now) return std::nullopt;
     m_told = m_now;
     return m_now;
 }
