@@ -116,6 +116,21 @@ TEST_F(Text, StaysInsideOfItsRectangle) {
     EXPECT_EQ(ink.Width(), 25);
 }
 
+TEST_F(Text, DrawsPlainLettersAsItDoesAmongOthers) {
+    // The second text of each pair ends in something that takes no room, but is no plain letter.
+    for (const std::string plain : {"AVAWA To, Yo.", "...fi ffl (4K 60fps)", "  *#0# trail  ", "\"a'b`c~"}) {
+        const CRect ink = Draw(plain, {0, 0, 300, 20}, DT_SINGLELINE);
+        const std::string pixels(reinterpret_cast<const char*>(canvas.bitmap.GetSurface()->Row(0)), 300 * 20 * 4);
+        const std::string other = plain + "\u200b";
+        EXPECT_EQ(canvas.dc.GetTextExtent(plain), canvas.dc.GetTextExtent(other)) << plain;
+        EXPECT_EQ(Draw(other, {0, 0, 300, 20}, DT_SINGLELINE), ink) << plain;
+        EXPECT_EQ(pixels.compare(0, pixels.size(), reinterpret_cast<const char*>(canvas.bitmap.GetSurface()->Row(0)),
+                                 pixels.size()),
+                  0)
+            << plain;
+    }
+}
+
 TEST_F(Text, BreaksLinesAtWordsOnlyWhereAsked) {
     const std::string text = "several words that need some room";
     const int width = canvas.dc.GetTextExtent(text).cx;

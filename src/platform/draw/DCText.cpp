@@ -100,7 +100,7 @@ private:
             m_context.Fill(cell.Intersect(m_area), m_context.backgroundColour);
         }
         const int base = m_y + m_font.Face()->Ascent();
-        FontFace::Draw(m_target, line, {x, base});
+        m_font.Face()->Draw(m_target, line, {x, base});
         if (m_font.IsUnderlined()) {
             m_context.Fill(CRect{cell.left, base + 1, cell.right, base + 2}.Intersect(m_area), m_context.textColour);
         }

@@ -18,6 +18,11 @@ constexpr int kLargestHeight = 1024;
 // Size at which a font is asked for its proportions, in pixels.
 constexpr int kMeasuringSize = 1024;
 
+constexpr int kUnbroken = -1;
+
+constexpr std::string_view kPrintable =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 !\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
+
 // Nobody sees more of a paragraph than this, and laying it out would take a while.
 constexpr std::size_t kLongestParagraph = 8192;
 
@@ -91,12 +96,45 @@ FontFace::FontFace(const FontTraits& traits) {
         pango_layout_set_font_description(m_layout, description);
         pango_layout_set_single_paragraph_mode(m_layout, TRUE);
         pango_layout_set_auto_dir(m_layout, FALSE);
+        PreparePlainText(context);
     }
     pango_font_description_free(description);
 }
 
 FontFace::~FontFace() {
     g_clear_object(&m_layout);
+    g_clear_pointer(&m_plainItem, pango_item_free);
+    g_clear_pointer(&m_plainGlyphs, pango_glyph_string_free);
+}
+
+// Plain text is shaped as the layout would do it once it knew font, script and direction of the text. These are the
+// same for every text of printable ASCII characters, if the first font has them all, so they are found out once.
+void FontFace::PreparePlainText(PangoContext* context) {
+    const PangoFontDescription* description = pango_layout_get_font_description(m_layout);
+    PangoAttrList* attributes = pango_attr_list_new();
+    pango_attr_list_insert(attributes, pango_attr_font_desc_new(description));
+    GList* items =
+        pango_itemize(context, kPrintable.data(), 0, static_cast<int>(kPrintable.size()), attributes, nullptr);
+    if (items && !items->next) {
+        m_plainItem = pango_item_copy(static_cast<PangoItem*>(items->data));
+        m_plainGlyphs = pango_glyph_string_new();
+    }
+    g_list_free_full(items, [](void* item) { pango_item_free(static_cast<PangoItem*>(item)); });
+    pango_attr_list_unref(attributes);
+}
+
+// A text without a letter has no script of its own.
+bool FontFace::IsPlain(std::string_view text) const {
+    return m_plainItem && text.size() <= kLongestParagraph &&
+           std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) &&
+           std::ranges::any_of(text, [](char c) { return g_ascii_isalpha(c); });
+}
+
+void FontFace::LayOutPlain(std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    pango_shape_with_flags(text.data(), length, text.data(), length, &m_plainItem->analysis, m_plainGlyphs,
+                           PANGO_SHAPE_ROUND_POSITIONS);
+    m_lines.assign(1, {nullptr, PANGO_PIXELS_CEIL(pango_glyph_string_get_width(m_plainGlyphs))});
 }
 
 std::shared_ptr<FontFace> FontFace::Get(const FontTraits& traits) {
@@ -113,12 +151,23 @@ std::shared_ptr<FontFace> FontFace::Get(const FontTraits& traits) {
 }
 
 const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int width) {
-    if (!m_layout || (m_text == paragraph && m_width == width)) {
+    // Most texts fit on one line, and to see that costs less than breaking them does.
+    if (width >= 0 && LayOut(paragraph, kUnbroken).size() == 1 && m_lines.front().width <= width) {
         return m_lines;
     }
-    m_text = paragraph;
-    m_width = width;
-    const std::string text = Presentable(paragraph);
+    if (m_layout && (m_text != paragraph || m_width != width)) {
+        m_text = paragraph;
+        m_width = width;
+        if (width < 0 && IsPlain(paragraph)) {
+            LayOutPlain(paragraph);
+        } else {
+            LayOutAny(Presentable(paragraph), width);
+        }
+    }
+    return m_lines;
+}
+
+void FontFace::LayOutAny(std::string_view text, int width) {
     pango_layout_set_width(m_layout, width < 0 ? -1 : width * PANGO_SCALE);
     pango_layout_set_text(m_layout, text.data(), static_cast<int>(text.size()));
     m_lines.clear();
@@ -127,12 +176,15 @@ const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int wi
         pango_layout_line_get_extents(static_cast<PangoLayoutLine*>(line->data), nullptr, &extents);
         m_lines.push_back({static_cast<PangoLayoutLine*>(line->data), PANGO_PIXELS_CEIL(extents.width)});
     }
-    return m_lines;
 }
 
-void FontFace::Draw(_cairo* target, const TextLine& line, CPoint at) {
+void FontFace::Draw(_cairo* target, const TextLine& line, CPoint at) const {
     cairo_move_to(target, at.x, at.y);
-    pango_cairo_show_layout_line(target, line.line);
+    if (line.line) {
+        pango_cairo_show_layout_line(target, line.line);
+    } else {
+        pango_cairo_show_glyph_string(target, m_plainItem->analysis.font, m_plainGlyphs);
+    }
 }
 
 }  // namespace veldan

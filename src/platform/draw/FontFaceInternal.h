@@ -9,8 +9,11 @@
 #include <vector>
 
 struct _cairo;
+struct _PangoGlyphString;
+struct _PangoItem;
 struct _PangoLayout;
 struct _PangoLayoutLine;
+struct _PangoContext;
 
 namespace veldan {
 
@@ -25,7 +28,7 @@ struct FontTraits {
 
 /// One line of text that is ready to be drawn. Points into the face's layout: good until the face lays out other text.
 struct TextLine {
-    _PangoLayoutLine* line = nullptr;
+    _PangoLayoutLine* line = nullptr;  ///< Null for a line of plain text, whose glyphs the face has.
     int width = 0;
 };
 
@@ -49,10 +52,17 @@ public:
     const std::vector<TextLine>& LayOut(std::string_view paragraph, int width);
 
     /// Draws a line in the current colour, its left end on the base line at this point.
-    static void Draw(_cairo* target, const TextLine& line, CPoint at);
+    void Draw(_cairo* target, const TextLine& line, CPoint at) const;
 
 private:
+    void PreparePlainText(_PangoContext* context);
+    [[nodiscard]] bool IsPlain(std::string_view text) const;
+    void LayOutPlain(std::string_view text);
+    void LayOutAny(std::string_view paragraph, int width);
+
     _PangoLayout* m_layout = nullptr;
+    _PangoItem* m_plainItem = nullptr;  // null where the font lacks some letter of plain text
+    _PangoGlyphString* m_plainGlyphs = nullptr;
     int m_ascent = 0;
     int m_descent = 0;
     std::string m_text;
