@@ -31,9 +31,14 @@ void SnapshotParent(CDC& surface, const CWnd& control) {
 }
 
 void PaintSurface(const DRAWITEMSTRUCT& item, const CDC& surface) {
-    CGPMemDC buffer(*item.pDC, item.rcItem);
-    buffer.BitBlt(item.rcItem.left, item.rcItem.top, item.rcItem.Width(), item.rcItem.Height(), &surface, 0, 0,
-                  SRCCOPY);
+    const CRect& rect = item.rcItem;
+    const CRect pixels = surface.GetClipBox();
+    if (pixels.Width() >= rect.Width() && pixels.Height() >= rect.Height()) {
+        item.pDC->BitBlt(rect.left, rect.top, rect.Width(), rect.Height(), &surface, 0, 0, SRCCOPY);
+    } else {
+        CGPMemDC buffer(*item.pDC, rect);
+        buffer.BitBlt(rect.left, rect.top, rect.Width(), rect.Height(), &surface, 0, 0, SRCCOPY);
+    }
 }
 
 }  // namespace veldan

@@ -17,7 +17,7 @@ void FreezeSurface(CDC& surface, const CDC& reference, const CDC& drawing, CSize
 /// Makes a surface with what the parent shows under the control at this moment. Does nothing where it exists.
 void SnapshotParent(CDC& surface, const CWnd& control);
 
-/// Paints a control: one copy into a buffer and one out of it. A surface that does not exist paints black.
+/// Paints a control by a block copy. Where the surface has no pixels, or does not exist, the control is painted black.
 void PaintSurface(const DRAWITEMSTRUCT& item, const CDC& surface);
 
 }  // namespace veldan
