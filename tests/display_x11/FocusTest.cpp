@@ -119,6 +119,17 @@ TEST_P(FocusTest, MovesBetweenOwnWindowsAreNoLoss) {
     EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); })) << "not the first own window";
 }
 
+TEST_P(FocusTest, HandingItOnFromAHiddenWindowIsNoLoss) {
+    Show(8, {300, 120, 500, 280});
+    ShowFocusedMenu();
+    m_display->SetVisible(kMenu, false);
+    m_display->TakeFocus(8);
+    DisplayEvent event;
+    ASSERT_TRUE(m_display->NextEvent(event));
+    EXPECT_EQ(event.kind, DisplayEventKind::FocusIn);
+    EXPECT_EQ(event.window, 8U);
+}
+
 TEST_P(FocusTest, GrabOfTheKeyboardIsNoLoss) {
     ShowFocusedMenu();
     m_other->GrabKeyboard();

@@ -60,6 +60,7 @@ void X11Focus::OnShow(const X11TopLevel& topLevel) {
 }
 
 void X11Focus::OnHide(const X11TopLevel& topLevel) {
+    m_hasNews = m_hasNews || m_now == topLevel.Id();
     for (TopLevelId* id : {&m_now, &m_wanted, &m_ordered, &m_shown}) {
         if (*id == topLevel.Id()) *id = 0;
     }
