@@ -46,6 +46,9 @@ public:
     /// False if the file is no picture; the button is then drawn without one. `type` is of no importance.
     bool LoadImageFile(const CString& path, const char* type);
 
+    /// As if none had been loaded.
+    void DropImage() { m_pImage.reset(); }
+
     BOOL m_bDisabledLook = FALSE;
     BOOL m_bShowBadge = FALSE;
     std::optional<CursorShape> m_hCursor;  ///< Over the button; none leaves the class's.

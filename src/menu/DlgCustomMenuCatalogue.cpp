@@ -206,11 +206,14 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
     InsertItem(std::move(pItem));
 }
 
+/// A file that is there but is no picture gives an image all the same, one that draws nothing. Whether it is there is
+/// asked only where it could not be read: most can.
 void CDlgCustomMenu::LoadIcon(CGPMenuButton& button, const CString& path) {
-    if (PathExists(path, false)) {
-        button.LoadImageFile(m_nIconBytes < kMostIconBytes ? path : CString(), "PNG");
-        m_nIconBytes += button.GetImageBytes();
+    const bool isRead = button.LoadImageFile(m_nIconBytes < kMostIconBytes ? path : CString(), "PNG");
+    if (!isRead && !PathExists(path, false)) {
+        button.DropImage();
     }
+    m_nIconBytes += button.GetImageBytes();
 }
 
 /// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.

@@ -139,11 +139,11 @@ void CDlgCustomMenu::ShowRowsOf(int id) {
     LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strUID=%s cnt=%d", Format("%d", id).c_str(),
                static_cast<int>(pGroup->m_mapLevel2Menu.size()));
     const int limit = kRowHeight * m_iVisibleRows + kRowsTop;
-    const int top = GetWindowRect().top;
     std::vector<HWND> fitting;
     for (const auto& [strKey, pItem] : pGroup->m_mapLevel2Menu) {
         LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strKey=%s", strKey.c_str());
-        const CRect place = pItem->m_pButton->GetWindowRect().Offset({0, -top});
+        // That is where PlaceRows put the row; asking thousands of windows for it would take its time.
+        const CRect place = RowRect(pItem->m_iIndex + pGroup->m_iMenuCurSelectedPos);
         LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu rc.bottom - rcO.top=%d", place.bottom);
         LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu limit=%d", limit);
         if (place.bottom <= limit && place.top >= kRowsTop) {

@@ -35,13 +35,14 @@ CString RecordHead(const char* source, std::int32_t line) {
                   local.tm_hour, local.tm_min, local.tm_sec, source, line);
 }
 
-void AppendRecord(const CString& path, const char* source, std::int32_t line, const char* message) {
+void AppendRecord(const LogSite& site, std::int32_t fileSelector, const char* message) {
     CStdioFile file;
+    const CString path = LogFolder + '/' + (fileSelector != 0 ? LogFileApi : LogFileMain);
     if (!file.Open(path, CStdioFile::modeCreate | CStdioFile::modeNoTruncate | CStdioFile::modeReadWrite |
                              CStdioFile::shareDenyNone)) {
         return;
     }
-    CString record = RecordHead(source, line);
+    CString record = RecordHead(site.source, site.line);
     const CString text = message;
     record += text;
     if (!text.ends_with('\n') && !text.ends_with('\r')) {
@@ -50,6 +51,12 @@ void AppendRecord(const CString& path, const char* source, std::int32_t line, co
     file.SeekToEnd();
     file.WriteString(record);
     file.Close();
+}
+
+void WriteMessage(const LogSite& site, std::int32_t fileSelector, const char* message) {
+    LogLock();
+    AppendRecord(site, fileSelector, message);
+    LogUnlock();
 }
 
 }  // namespace
@@ -67,7 +74,7 @@ void LogMessage(const LogSite& site, const char* format, ...) {
     va_start(arguments, format);
     FormatMessage(message, format, arguments);
     va_end(arguments);
-    WriteLogRecord(site.source, site.line, 0, "%s", message);
+    WriteMessage(site, 0, message);
 }
 
 void LogApiFailure(const LogSite& site, const char* format, ...) {
@@ -76,7 +83,7 @@ void LogApiFailure(const LogSite& site, const char* format, ...) {
     va_start(arguments, format);
     FormatMessage(message, format, arguments);
     va_end(arguments);
-    WriteLogRecord(site.source, site.line, 1, "%s", message);
+    WriteMessage(site, 1, message);
 }
 
 void WriteLogRecord(const char* source, std::int32_t line, std::int32_t fileSelector, const char* format, ...) {
@@ -85,10 +92,7 @@ void WriteLogRecord(const char* source, std::int32_t line, std::int32_t fileSele
     va_start(arguments, format);
     FormatMessage(message, format, arguments);
     va_end(arguments);
-
-    LogLock();
-    AppendRecord(LogFolder + '/' + (fileSelector != 0 ? LogFileApi : LogFileMain), source, line, message);
-    LogUnlock();
+    WriteMessage({source, line}, fileSelector, message);
 }
 
 void LogLock() {
