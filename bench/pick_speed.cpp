@@ -48,7 +48,7 @@ void MakeTree(const std::filesystem::path& base) {
     WriteFile(base / "Profiles/order.ini", "[Order]\r\nNum=2\r\n0=Movies\r\n1=Recent\r\n");
     std::string index = "[Order]\r\nNum=" + std::to_string(kProfiles) + "\r\n";
     for (int i = 0; i < kProfiles; ++i) {
-        const std::string stem = "p" + std::to_string(i);
+        const std::string stem = veldan::Format("p%d", i);
         index.append(std::to_string(i)).append("=").append(stem).append(".xml\r\n");
         index.append(stem).append(".xml=").append(stem).append(".png\r\n");
         WriteFile(base / "Profiles/Movies" / (stem + ".xml"), "<ProfileName value=\"" + stem + "\"/>\r\n");
