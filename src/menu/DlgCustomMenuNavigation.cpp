@@ -29,6 +29,12 @@ CRect RowRect(int row) {
     return {kRowsLeft, top, kRowsRight, top + kRowHeight};
 }
 
+/// Whether a button of the menu is neither a group nor a strip.
+bool IsRowID(int id) {
+    const bool isGroup = id >= kFirstGroupID && id < kFirstGroupID + kMostGroups;
+    return !isGroup && id != kScrollUpID && id != kScrollDownID;
+}
+
 /// Marks that the wheel is being handled, on every way out.
 class WheelGuard {
 public:
@@ -123,10 +129,7 @@ LRESULT CDlgCustomMenu::OnSmallMenuButtonItemChange(WPARAM id, LPARAM /*lParam*/
 /// first and hidden by their handles.
 void CDlgCustomMenu::HideAllRows() {
     std::vector<HWND> shown = Desktop::Get().VisibleChildrenOf(GetSafeHwnd());
-    std::erase_if(shown, [this](HWND window) {
-        const auto id = static_cast<int>(Desktop::Get().Find(window)->id);
-        return id != kAddButtonID && !FindLevel2Item(id);
-    });
+    std::erase_if(shown, [](HWND window) { return !IsRowID(static_cast<int>(Desktop::Get().Find(window)->id)); });
     ShowAll(shown, SW_HIDE);
 }
 
