@@ -136,8 +136,7 @@ bool Desktop::HasWork() const {
             return record != nullptr && !record->update.IsEmpty() && IsVisible(window);
         });
     };
-    return !m_posted.empty() || !m_input.empty() || m_bRetestPointer ||
-           std::ranges::any_of(m_paintByDepth, anyPaint);
+    return !m_posted.empty() || !m_input.empty() || m_bRetestPointer || std::ranges::any_of(m_paintByDepth, anyPaint);
 }
 
 std::int64_t Desktop::NextDue() const {
