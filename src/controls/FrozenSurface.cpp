@@ -1,9 +1,24 @@
 #include "controls/FrozenSurface.h"
 
+#include "controls/GPFrozenState.h"
 #include "controls/GPMemDC.h"
 #include "platform/window/ClientDC.h"
 
 namespace veldan {
+namespace {
+
+/// Paints straight to the window where the picture covers all of it, else over black.
+template <class Paint>
+void PaintWhole(const DRAWITEMSTRUCT& item, CSize picture, Paint paint) {
+    if (picture.cx >= item.rcItem.Width() && picture.cy >= item.rcItem.Height()) {
+        paint(*item.pDC);
+    } else {
+        CGPMemDC buffer(*item.pDC, item.rcItem);
+        paint(buffer);
+    }
+}
+
+}  // namespace
 
 void MakeSurface(CDC& surface, const CDC& reference, CSize size) {
     CBitmap bitmap;
@@ -31,14 +46,14 @@ void SnapshotParent(CDC& surface, const CWnd& control) {
 }
 
 void PaintSurface(const DRAWITEMSTRUCT& item, const CDC& surface) {
-    const CRect& rect = item.rcItem;
-    const CRect pixels = surface.GetClipBox();
-    if (pixels.Width() >= rect.Width() && pixels.Height() >= rect.Height()) {
-        item.pDC->BitBlt(rect.left, rect.top, rect.Width(), rect.Height(), &surface, 0, 0, SRCCOPY);
-    } else {
-        CGPMemDC buffer(*item.pDC, rect);
-        buffer.BitBlt(rect.left, rect.top, rect.Width(), rect.Height(), &surface, 0, 0, SRCCOPY);
-    }
+    PaintWhole(item, surface.GetClipBox().Size(), [&](CDC& dc) {
+        dc.BitBlt(item.rcItem.left, item.rcItem.top, item.rcItem.Width(), item.rcItem.Height(), &surface, 0, 0,
+                  SRCCOPY);
+    });
+}
+
+void PaintState(const DRAWITEMSTRUCT& item, const CGPFrozenState& state) {
+    PaintWhole(item, state.GetSize(), [&](CDC& dc) { state.Paint(dc, item.rcItem.TopLeft()); });
 }
 
 }  // namespace veldan

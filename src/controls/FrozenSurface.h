@@ -5,6 +5,8 @@
 
 namespace veldan {
 
+class CGPFrozenState;
+
 // A frozen surface is a device context with a bitmap of its own: the finished look of one state of a control, ready to
 // be copied to the screen. It exists exactly while the context has a handle.
 
@@ -19,5 +21,6 @@ void SnapshotParent(CDC& surface, const CWnd& control);
 
 /// Paints a control by a block copy. Where the surface has no pixels, or does not exist, the control is painted black.
 void PaintSurface(const DRAWITEMSTRUCT& item, const CDC& surface);
+void PaintState(const DRAWITEMSTRUCT& item, const CGPFrozenState& state);
 
 }  // namespace veldan

@@ -15,8 +15,8 @@ constexpr UINT kHoverTime = 10;
 CGPMenuButton::CGPMenuButton() = default;
 
 CGPMenuButton::~CGPMenuButton() {
-    for (const CDC* pSurface : {&m_dcNormal, &m_dcHover, &m_dcDisabled}) {
-        CStatePool::Get().Forget(*pSurface);
+    for (const CGPFrozenState* pState : {&m_dcNormal, &m_dcHover, &m_dcDisabled}) {
+        CStatePool::Get().Forget(*pState);
     }
 }
 
@@ -86,14 +86,14 @@ void CGPMenuButton::FreezeLook() {
 void CGPMenuButton::DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) {
     using State = CGPMenuButtonLook::State;
     const State state = m_bDisabledLook ? State::Disabled : m_bHover || m_bSelected ? State::Hover : State::Normal;
-    CDC& surface = state == State::Disabled ? m_dcDisabled : state == State::Hover ? m_dcHover : m_dcNormal;
+    CGPFrozenState& frozen = state == State::Disabled ? m_dcDisabled : state == State::Hover ? m_dcHover : m_dcNormal;
     if (m_bStatesBuilt) {
-        if (!surface.GetSafeHdc()) {
-            m_pLook->Compose(surface, *lpDrawItemStruct->pDC, state);
+        if (!frozen.Exists()) {
+            m_pLook->Compose(frozen, state);
         }
-        CStatePool::Get().Use(surface, GetSafeHwnd());
+        CStatePool::Get().Use(frozen, GetSafeHwnd());
     }
-    PaintSurface(*lpDrawItemStruct, surface);
+    PaintState(*lpDrawItemStruct, frozen);
 }
 
 void CGPMenuButton::OnMouseMove(UINT /*flags*/, CPoint /*point*/) {

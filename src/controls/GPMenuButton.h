@@ -103,9 +103,9 @@ private:
     CString m_strDescription;
     std::shared_ptr<CGPResourceImage> m_pImage;
     std::unique_ptr<const CGPMenuButtonLook> m_pLook;  // once m_bStatesBuilt is set
-    CDC m_dcNormal;
-    CDC m_dcHover;
-    CDC m_dcDisabled;
+    CGPFrozenState m_dcNormal;
+    CGPFrozenState m_dcHover;
+    CGPFrozenState m_dcDisabled;
 };
 
 }  // namespace veldan

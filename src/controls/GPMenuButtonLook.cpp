@@ -13,6 +13,7 @@ constexpr COLORREF kDisabledTop = 0xc6c6c6;
 constexpr COLORREF kDisabledBottom = 0x585858;
 constexpr COLORREF kMark = 0x00ffff;
 constexpr int kMarkSize = 5;
+constexpr int kMargin = 4;
 
 RectF Square(int left, int top, int side) {
     return {static_cast<float>(left), static_cast<float>(top), static_cast<float>(side), static_cast<float>(side)};
@@ -45,27 +46,41 @@ void DrawMark(CDC& dc, int left, int top) {
     dc.SelectObject(pOldPen);
 }
 
+/// Where states are drawn before they are kept; one for all rows, which mostly have one size.
+CDC& DrawingBoard(CSize size) {
+    static CDC board;
+    if (board.GetClipBox().Size() != size) {
+        MakeSurface(board, board, size);
+    }
+    return board;
+}
+
 }  // namespace
 
-void CGPMenuButtonLook::Compose(CDC& surface, const CDC& reference, State state) const {
-    MakeSurface(surface, reference, size);
-    const RectF client = {0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)};
-    Graphics graphics(surface);
+void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state) const {
+    const std::shared_ptr<const CDC> pBackground = Background(state);
+    CDC& dc = DrawingBoard(size);
+    dc.BitBlt(0, 0, size.cx, size.cy, pBackground.get(), 0, 0, SRCCOPY);
+    DrawImages(dc, state);
+    if (state == State::Normal ? bTextInNormal : !strCaption.empty()) {
+        DrawTexts(dc, state);
+    }
+    // The icon, and one box for each text.
+    const int cut = nKind == 1 ? GetSystemFont()->LineHeight() + kMargin : size.cy;
+    const CRect areas[] = {{0, 0, size.cy, size.cy}, {size.cy, 0, size.cx, cut}, {size.cy, cut, size.cx, size.cy}};
+    frozen.Keep(dc, pBackground, areas);
+}
+
+std::shared_ptr<const CDC> CGPMenuButtonLook::Background(State state) const {
     switch (state) {
         case State::Normal:
-            graphics.FillVerticalGradient(client, size.cy, crNormalTop, crNormalBottom);
-            break;
+            return GetGradient(size, crNormalTop, crNormalBottom);
         case State::Hover:
-            graphics.FillVerticalGradient(client, size.cy, crHoverTop, crHoverBottom);
-            break;
+            return GetGradient(size, crHoverTop, crHoverBottom);
         case State::Disabled:
-            graphics.FillVerticalGradient(client, size.cy, kDisabledTop, kDisabledBottom);
             break;
     }
-    DrawImages(surface, state);
-    if (state == State::Normal ? bTextInNormal : !strCaption.empty()) {
-        DrawTexts(surface, state);
-    }
+    return GetGradient(size, kDisabledTop, kDisabledBottom);
 }
 
 void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
@@ -86,7 +101,6 @@ void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
 }
 
 void CGPMenuButtonLook::DrawTexts(CDC& dc, State state) const {
-    constexpr int kMargin = 4;
     // That of the context's own font. Texts of one line are all of one height, so none is laid out to measure it.
     const int lineHeight = GetSystemFont()->LineHeight();
     CRect caption = {size.cy + kMargin, kMargin, size.cx - kMargin,

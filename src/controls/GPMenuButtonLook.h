@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/GPFrozenState.h"
 #include "controls/GPResourceImage.h"
 #include "platform/core/Types.h"
 #include "platform/draw/DC.h"
@@ -29,10 +30,10 @@ struct CGPMenuButtonLook {
     std::shared_ptr<CGPResourceImage> pImage;
     std::shared_ptr<CGPResourceImage> pBadge;  // null unless it is shown
 
-    /// Makes the surface and draws the state on it.
-    void Compose(CDC& surface, const CDC& reference, State state) const;
+    void Compose(CGPFrozenState& frozen, State state) const;
 
 private:
+    [[nodiscard]] std::shared_ptr<const CDC> Background(State state) const;
     void DrawImages(CDC& dc, State state) const;
     void DrawTexts(CDC& dc, State state) const;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/draw/DC.h"
+#include "controls/GPFrozenState.h"
 #include "platform/window/Wnd.h"
 
 #include <cstddef>
@@ -9,25 +9,25 @@
 
 namespace veldan {
 
-/// Bounds what the surfaces of rows cost, whatever was ever on the screen. A surface that can be made again is entered
-/// each time it is painted; beyond the bound those that were not painted for longest lose their pixels. Surfaces of
-/// windows that can be seen now stay. One thread.
+/// Bounds what the states of rows cost, whatever was ever on the screen. A state that can be made again is entered each
+/// time it is painted; beyond the bound those that were not painted for longest lose their pixels. States of windows
+/// that can be seen now stay. One thread.
 class CStatePool {
 public:
-    static constexpr std::size_t kMostBytes = 20 * 1024 * 1024;
+    static constexpr std::size_t kMostBytes = 12 * 1024 * 1024;
 
     [[nodiscard]] static CStatePool& Get();
 
-    /// Notes a paint. The surface belongs to the caller, who calls Forget before it goes.
-    void Use(CDC& surface, HWND owner);
-    void Forget(const CDC& surface);
+    /// Notes a paint. The state belongs to the caller, who calls Forget before it goes.
+    void Use(CGPFrozenState& state, HWND owner);
+    void Forget(const CGPFrozenState& state);
 
-    /// What the surfaces take together.
+    /// What the states take together.
     [[nodiscard]] std::size_t Bytes() const { return m_nBytes; }
 
 private:
     struct Entry {
-        CDC* pSurface;
+        CGPFrozenState* pState;
         HWND hOwner;
         std::size_t nBytes;
     };
@@ -35,7 +35,7 @@ private:
     void Shrink();
 
     std::list<Entry> m_entries;  // the latest paint first
-    std::unordered_map<const CDC*, std::list<Entry>::iterator> m_mapPlaces;
+    std::unordered_map<const CGPFrozenState*, std::list<Entry>::iterator> m_mapPlaces;
     std::size_t m_nBytes = 0;
 };
 

@@ -1,0 +1,121 @@
+#include "controls/GPFrozenState.h"
+
+#include "controls/FrozenSurface.h"
+#include "platform/draw/Graphics.h"
+#include "platform/draw/Surface.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <tuple>
+#include <utility>
+
+namespace veldan {
+namespace {
+
+/// Two pictures of one size, looked at for what differs.
+class Comparison {
+public:
+    Comparison(Surface& one, Surface& other) : m_one(one), m_other(other) {
+        one.BeginPixels();
+        other.BeginPixels();
+    }
+
+    /// The smallest box around all pixels of an area that differ. Columns within the box so far aren't looked at again.
+    [[nodiscard]] CRect DifferenceIn(const CRect& area) const {
+        CRect box = {area.right, area.bottom, area.left, area.top};
+        for (int y = area.top; y < area.bottom; ++y) {
+            if (IsSame(y, area.left, area.right)) {
+                continue;
+            }
+            box.top = std::min(box.top, y);
+            box.bottom = y + 1;
+            if (!IsSame(y, area.left, box.left)) {
+                const std::uint32_t* pRow = m_one.Row(y);
+                box.left = static_cast<int>(
+                    std::mismatch(pRow + area.left, pRow + box.left, m_other.Row(y) + area.left).first - pRow);
+            }
+            if (!IsSame(y, box.right, area.right)) {
+                int last = area.right - 1;
+                while (m_one.Row(y)[last] == m_other.Row(y)[last]) {
+                    --last;
+                }
+                box.right = last + 1;
+            }
+        }
+        return box;
+    }
+
+private:
+    [[nodiscard]] bool IsSame(int y, int left, int right) const {
+        return right <= left || std::memcmp(m_one.Row(y) + left, m_other.Row(y) + left,
+                                            sizeof(std::uint32_t) * static_cast<std::size_t>(right - left)) == 0;
+    }
+
+    const Surface& m_one;
+    const Surface& m_other;
+};
+
+}  // namespace
+
+void CGPFrozenState::Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground, std::span<const CRect> areas) {
+    m_pContent = std::make_unique<Content>();
+    const std::shared_ptr<Surface> pPixels = picture.GetSurface();
+    const std::shared_ptr<Surface> pOther = pBackground->GetSurface();
+    m_pContent->pBackground = std::move(pBackground);
+    if (!pPixels || !pOther || pPixels->Bounds() != pOther->Bounds()) {
+        return;
+    }
+    const Comparison comparison(*pPixels, *pOther);
+    for (std::size_t i = 0; i < std::min(areas.size(), kMostBoxes); ++i) {
+        const CRect rect = comparison.DifferenceIn(areas[i].Intersect(pPixels->Bounds()));
+        if (!rect.IsEmpty()) {
+            Box& box = m_pContent->boxes[i];
+            box.rect = rect;
+            MakeSurface(box.dc, picture, rect.Size());
+            box.dc.BitBlt(0, 0, rect.Width(), rect.Height(), &picture, rect.left, rect.top, SRCCOPY);
+        }
+    }
+}
+
+CSize CGPFrozenState::GetSize() const {
+    return m_pContent ? m_pContent->pBackground->GetClipBox().Size() : CSize();
+}
+
+std::size_t CGPFrozenState::GetBytes() const {
+    std::size_t pixels = 0;
+    for (std::size_t i = 0; m_pContent && i < kMostBoxes; ++i) {
+        const CRect& rect = m_pContent->boxes[i].rect;
+        pixels += static_cast<std::size_t>(rect.Width()) * static_cast<std::size_t>(rect.Height());
+    }
+    return sizeof(std::uint32_t) * pixels;
+}
+
+void CGPFrozenState::Paint(CDC& dc, CPoint at) const {
+    if (!m_pContent) {
+        return;
+    }
+    const CSize size = GetSize();
+    dc.BitBlt(at.x, at.y, size.cx, size.cy, m_pContent->pBackground.get(), 0, 0, SRCCOPY);
+    for (const Box& box : m_pContent->boxes) {
+        dc.BitBlt(at.x + box.rect.left, at.y + box.rect.top, box.rect.Width(), box.rect.Height(), &box.dc, 0, 0,
+                  SRCCOPY);
+    }
+}
+
+std::shared_ptr<const CDC> GetGradient(CSize size, COLORREF top, COLORREF bottom) {
+    static std::map<std::tuple<int, int, COLORREF, COLORREF>, std::weak_ptr<const CDC>> gradients;
+    std::weak_ptr<const CDC>& known = gradients[{size.cx, size.cy, top, bottom}];
+    if (std::shared_ptr<const CDC> pGradient = known.lock()) {
+        return pGradient;
+    }
+    std::erase_if(gradients, [&](const auto& entry) { return &entry.second != &known && entry.second.expired(); });
+    const auto pGradient = std::make_shared<CDC>();
+    MakeSurface(*pGradient, *pGradient, size);
+    Graphics(*pGradient)
+        .FillVerticalGradient({0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)}, size.cy, top, bottom);
+    known = pGradient;
+    return pGradient;
+}
+
+}  // namespace veldan
