@@ -58,7 +58,7 @@ private:
     void PreparePlainText(_PangoContext* context);
     [[nodiscard]] bool IsPlain(std::string_view text) const;
     void LayOutPlain(std::string_view text);
-    void LayOutAny(std::string_view paragraph, int width);
+    void LayOutAny(std::string_view text, int width);
 
     _PangoLayout* m_layout = nullptr;
     _PangoItem* m_plainItem = nullptr;  // null where the font lacks some letter of plain text
