@@ -76,6 +76,15 @@ TEST_F(FocusTest, AFocusedChildThatIsHiddenOrDestroyedPassesTheFocusOn) {
     EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
 }
 
+TEST_F(FocusTest, AWindowShownBeforeAnythingWasDispatchedKeepsTheFocus) {
+    ProbeWnd frame;
+    frame.CreateEx(0, CWnd::kPlainClass, "another host", WS_VISIBLE, {0, 0, 400, 400}, {}, 0);
+    TheDesktop().Settle();
+    m_form.ShowWindow(SW_SHOW);
+    Person().Settle();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+}
+
 TEST_F(FocusTest, APressOutsideOrASwitchTakesTheFocusFromTheChild) {
     ShowForm();
     m_form.buttons[1].log.clear();

@@ -50,6 +50,11 @@ void Desktop::Activate(HWND topLevel) {
         return;
     }
     m_active = topLevel;
+    // News of the focus from before this wish no longer count: those of a frame made just now would close the menu that
+    // its host shows at once.
+    std::erase_if(m_input, [](const DisplayEvent& event) {
+        return event.kind == DisplayEventKind::FocusIn || event.kind == DisplayEventKind::FocusOut;
+    });
     GetDisplay().TakeFocus(topLevel.Value());
     MoveFocusTo(topLevel);
 }

@@ -279,6 +279,9 @@ void MemoryDisplay::TakeFocus(TopLevelId id) {
         return;
     }
     m_focusBefore = m_focus;
+    std::erase_if(m_events, [](const DisplayEvent& event) {
+        return event.kind == DisplayEventKind::FocusIn || event.kind == DisplayEventKind::FocusOut;
+    });
     SetFocusTo(id);
 }
 
