@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace veldan {
 
 namespace {
@@ -20,11 +22,15 @@ constexpr std::uint32_t kIcon = 0x0000c8;
 class Host : public CWnd {
 public:
     std::vector<CString> picks;
+    std::function<void()> onPick;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message >= kPickMessage && message < kPickMessage + 10) {
             picks.push_back(Format("%u ", message - kPickMessage) + reinterpret_cast<const char*>(lParam));
+            if (onPick) {
+                onPick();
+            }
             return 0;
         }
         return CWnd::WindowProc(message, wParam, lParam);
@@ -174,6 +180,24 @@ TEST_P(MenuScenario, TheLatestShowCountsAndALaterInitDoesNot) {
     OpenGroup(2);
     m_stage->Click(Row(0));
     EXPECT_EQ(m_host->picks, std::vector{"3 " + HostPath("Music/m0.xml")});
+}
+
+TEST_P(MenuScenario, TheHostMayReplaceTheMenuInsideItsPick) {
+    m_host->onPick = [this] {
+        VELDAN_ReleaseProfileMenus();
+        VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
+    };
+    OpenGroup(1);
+    m_stage->Click(Row(0));
+    EXPECT_EQ(m_host->picks.size(), 1U);
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(m_tree.Read("Recent/order.ini").find("f0.xml"), CString::npos) << "the rest of that pick is left undone";
+    m_host->onPick = [] { VELDAN_ReleaseProfileMenus(); };
+    Show();
+    OpenGroup(2);
+    m_stage->Click(Row(1));
+    EXPECT_EQ(m_host->picks.back(), "0 " + HostPath("Music/m1.xml"));
+    EXPECT_EQ(g_pMenuDialog, nullptr);
 }
 
 TEST_P(MenuScenario, AGroupsClickIsNoPick) {
