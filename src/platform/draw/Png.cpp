@@ -1,6 +1,7 @@
 #include "platform/draw/Png.h"
 
 #include "platform/draw/PixelsInternal.h"
+#include "platform/draw/PlainPngInternal.h"
 #include "platform/draw/Surface.h"
 
 #include <png.h>
@@ -267,6 +268,18 @@ CSize SizeOf(const Header& header) {
     return {static_cast<int>(header.width), static_cast<int>(header.height)};
 }
 
+// Pixels with straight alpha; null when the file is damaged.
+std::unique_ptr<Surface> DecodeAnyPng(std::string_view bytes, const Header& header) {
+    if (!IsTrustworthy(bytes, header)) {
+        return nullptr;
+    }
+    const CSize size = SizeOf(header);
+    Codec codec(bytes);
+    auto surface = std::make_unique<Surface>(size.cx, size.cy);
+    const bool isRead = codec.info && surface->Width() == size.cx && ReadRows(codec.png, codec.info, *surface);
+    return isRead ? std::move(surface) : nullptr;
+}
+
 }  // namespace
 
 std::optional<CSize> ReadPngSize(std::string_view bytes) {
@@ -276,16 +289,14 @@ std::optional<CSize> ReadPngSize(std::string_view bytes) {
 
 std::unique_ptr<Surface> DecodePng(std::string_view bytes) {
     const std::optional<Header> header = ReadReasonableHeader(bytes);
-    if (!header || !IsTrustworthy(bytes, *header)) {
+    if (!header) {
         return nullptr;
     }
-    const CSize size = SizeOf(*header);
-    Codec codec(bytes);
-    auto surface = std::make_unique<Surface>(size.cx, size.cy);
-    if (!codec.info || surface->Width() != size.cx || !ReadRows(codec.png, codec.info, *surface)) {
-        return nullptr;
+    std::unique_ptr<Surface> surface = DecodePlainPng(bytes);
+    if (!surface) {
+        surface = DecodeAnyPng(bytes, *header);
     }
-    for (int y = 0; y < surface->Height(); ++y) {
+    for (int y = 0; surface && y < surface->Height(); ++y) {
         PremultiplyPixels(surface->Row(y), static_cast<std::size_t>(surface->Width()));
     }
     return surface;

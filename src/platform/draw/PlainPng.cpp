@@ -1,0 +1,177 @@
+#include "platform/draw/PlainPngInternal.h"
+
+#include "platform/draw/Surface.h"
+
+#include <libdeflate.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace veldan {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t kMostData = 1024 * 1024;
+constexpr std::size_t kPixel = 4;  // bytes
+constexpr std::string_view kStart = "\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR"sv;
+// Depth, colour type, compression, filtering and interlacing, at the end of the header.
+constexpr std::string_view kPlainForm = "\x08\x06\0\0\0"sv;
+
+using Bytes = std::span<std::uint8_t>;
+
+std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
+    std::uint32_t number = 0;
+    for (const char byte : bytes.substr(offset, 4)) {
+        number = number << 8 | static_cast<unsigned char>(byte);
+    }
+    return number;
+}
+
+struct Chunk {
+    std::string_view name;
+    std::string_view data;
+};
+
+// Takes the first chunk off; nothing where it is cut short or its check sum is wrong.
+std::optional<Chunk> TakeChunk(std::string_view& bytes) {
+    constexpr std::size_t kFrame = 12;  // length, name and check sum
+    const std::uint32_t length = bytes.size() >= kFrame ? NumberAt(bytes, 0) : 0;
+    if (bytes.size() < kFrame || length > bytes.size() - kFrame) {
+        return std::nullopt;
+    }
+    const std::string_view summed = bytes.substr(4, length + 4);
+    if (libdeflate_crc32(0, summed.data(), summed.size()) != NumberAt(bytes, length + 8)) {
+        return std::nullopt;
+    }
+    bytes.remove_prefix(length + kFrame);
+    return Chunk{summed.substr(0, 4), summed.substr(4)};
+}
+
+/// The parts of the file that make the picture.
+struct PlainFile {
+    CSize size;
+    std::string data;
+};
+
+// Reads all chunks up to the end. Only those that no decoder needs may stand beside the picture's own.
+std::optional<PlainFile> ReadFile(std::string_view bytes) {
+    if (!bytes.starts_with(kStart)) {
+        return std::nullopt;
+    }
+    bytes.remove_prefix(8);
+    PlainFile file;
+    for (std::string_view last; last != "IEND"sv;) {
+        const std::optional<Chunk> chunk = TakeChunk(bytes);
+        if (!chunk) {
+            return std::nullopt;
+        }
+        const bool isOptional = (chunk->name.front() & 0x20) != 0;
+        if (chunk->name == "IHDR"sv && last.empty() && chunk->data.substr(8) == kPlainForm) {
+            file.size = {static_cast<int>(NumberAt(chunk->data, 0)), static_cast<int>(NumberAt(chunk->data, 4))};
+        } else if (chunk->name == "IDAT"sv && (file.data.empty() || last == "IDAT"sv)) {
+            file.data += chunk->data;
+        } else if (chunk->name != "IEND"sv && !isOptional) {
+            return std::nullopt;
+        }
+        last = chunk->name;
+    }
+    return file;
+}
+
+std::uint8_t Paeth(int left, int above, int corner) {
+    const int toLeft = std::abs(above - corner);
+    const int toAbove = std::abs(left - corner);
+    const int toCorner = std::abs(left + above - 2 * corner);
+    if (toLeft <= toAbove && toLeft <= toCorner) {
+        return static_cast<std::uint8_t>(left);
+    }
+    return static_cast<std::uint8_t>(toAbove <= toCorner ? above : corner);
+}
+
+// Adds to each byte what `guess` makes of its neighbours: the same channel to the left, above, and above to the left.
+template <class Guess>
+void Add(Bytes row, const std::uint8_t* above, Guess guess) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        const int left = i < kPixel ? 0 : row[i - kPixel];
+        const int corner = i < kPixel ? 0 : above[i - kPixel];
+        row[i] = static_cast<std::uint8_t>(row[i] + guess(left, int{above[i]}, corner));
+    }
+}
+
+// Turns a row of differences into one of bytes. False for a filter that doesn't exist.
+bool Unfilter(int filter, Bytes row, const std::uint8_t* above) {
+    switch (filter) {
+        case 0:
+            return true;
+        case 1:
+            Add(row, above, [](int left, int, int) { return left; });
+            return true;
+        case 2:
+            Add(row, above, [](int, int up, int) { return up; });
+            return true;
+        case 3:
+            Add(row, above, [](int left, int up, int) { return (left + up) / 2; });
+            return true;
+        case 4:
+            Add(row, above, Paeth);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool Inflate(std::string_view data, Bytes bytes) {
+    // One for each thread that draws, kept: it holds the tables that are built anew for each picture.
+    struct End {
+        void operator()(libdeflate_decompressor* decompressor) const { libdeflate_free_decompressor(decompressor); }
+    };
+    thread_local const std::unique_ptr<libdeflate_decompressor, End> decompressor(libdeflate_alloc_decompressor());
+    return decompressor && libdeflate_zlib_decompress(decompressor.get(), data.data(), data.size(), bytes.data(),
+                                                      bytes.size(), nullptr) == LIBDEFLATE_SUCCESS;
+}
+
+void StorePixels(const std::uint8_t* bytes, std::span<std::uint32_t> pixels) {
+    for (std::uint32_t& pixel : pixels) {
+        pixel = std::uint32_t{bytes[3]} << 24 | std::uint32_t{bytes[0]} << 16 | std::uint32_t{bytes[1]} << 8 | bytes[2];
+        bytes += kPixel;
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<Surface> DecodePlainPng(std::string_view bytes) {
+    const std::optional<PlainFile> file = ReadFile(bytes);
+    if (!file || file->size.cx <= 0 || file->size.cy <= 0) {
+        return nullptr;
+    }
+    const auto width = static_cast<std::size_t>(file->size.cx);
+    const auto height = static_cast<std::size_t>(file->size.cy);
+    const std::size_t length = width * kPixel;
+    if (height > kMostData / (length + 1)) {
+        return nullptr;
+    }
+    std::vector<std::uint8_t> rows(height * (length + 1));
+    auto surface = std::make_unique<Surface>(file->size.cx, file->size.cy);
+    if (surface->Bounds().IsEmpty() || !Inflate(file->data, rows)) {
+        return nullptr;
+    }
+    const std::vector<std::uint8_t> nothing(length);
+    const std::uint8_t* above = nothing.data();
+    for (int y = 0; y < surface->Height(); ++y) {
+        std::uint8_t* filter = rows.data() + static_cast<std::size_t>(y) * (length + 1);
+        if (!Unfilter(*filter, {filter + 1, length}, above)) {
+            return nullptr;
+        }
+        above = filter + 1;
+        StorePixels(above, {surface->Row(y), width});
+    }
+    return surface;
+}
+
+}  // namespace veldan
