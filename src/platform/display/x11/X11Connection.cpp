@@ -10,6 +10,7 @@
 #include <xcb/xinput.h>
 
 #include <bit>
+#include <string>
 #include <string_view>
 
 namespace veldan {
@@ -50,15 +51,17 @@ bool HasOurColours(const xcb_visualtype_t& visual) {
            visual.blue_mask == 0xff;
 }
 
-// The first fitting visual of a depth, 0 where there is none.
+// The root's visual if it fits and has this depth, else the first that does, 0 where there is none.
 xcb_visualid_t VisualOf(const xcb_screen_t* screen, std::uint8_t depth) {
+    xcb_visualid_t first = 0;
     for (auto it = xcb_screen_allowed_depths_iterator(screen); it.rem > 0; xcb_depth_next(&it)) {
         if (it.data->depth != depth) continue;
         for (auto visual = xcb_depth_visuals_iterator(it.data); visual.rem > 0; xcb_visualtype_next(&visual)) {
-            if (HasOurColours(*visual.data)) return visual.data->visual_id;
+            const xcb_visualid_t id = visual.data->visual_id;
+            if (HasOurColours(*visual.data) && (first == 0 || id == screen->root_visual)) first = id;
         }
     }
-    return 0;
+    return first;
 }
 
 bool IsLocal(int descriptor) {
@@ -83,15 +86,14 @@ std::unique_ptr<X11Connection> X11Connection::Open(const char* displayName) {
         xcb_disconnect(connection);
         return nullptr;
     }
-    std::unique_ptr<X11Connection> opened(new X11Connection(connection, screen));
-    if (!opened->ChooseVisual()) return nullptr;
+    std::unique_ptr<X11Connection> opened(new X11Connection(connection, number, screen));
     opened->AskWhatThereIs();
     opened->AskVersions();
-    return opened->IsAlive() ? std::move(opened) : nullptr;
+    return opened->ChooseVisual() && opened->IsAlive() ? std::move(opened) : nullptr;
 }
 
-X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen)
-    : m_connection(connection), m_screen(screen) {}
+X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber, xcb_screen_t* screen)
+    : m_connection(connection), m_screenNumber(screenNumber), m_screen(screen) {}
 
 X11Connection::~X11Connection() {
     xcb_disconnect(m_connection);
@@ -103,19 +105,22 @@ X11Owned<xcb_generic_error_t> X11Connection::Check(xcb_void_cookie_t cookie) {
 }
 
 bool X11Connection::ChooseVisual() {
-    const xcb_setup_t* setup = xcb_get_setup(m_connection);
-    const xcb_visualid_t deep = VisualOf(m_screen, 32);
-    if (deep != 0 && TakesOurPixels(setup, 32)) {
-        m_depth = 32;
-        m_visual = deep;
-        m_colormap = xcb_generate_id(m_connection);
-        xcb_create_colormap(m_connection, XCB_COLORMAP_ALLOC_NONE, m_colormap, Root(), m_visual);
-        return true;
-    }
-    m_depth = m_screen->root_depth;
-    m_visual = m_screen->root_visual;
+    const std::uint8_t asRoot = m_screen->root_depth;
+    return m_isComposited ? UseDepth(32) || UseDepth(asRoot) : UseDepth(asRoot) || UseDepth(32);
+}
+
+// False where the server's pictures of that depth don't suit.
+bool X11Connection::UseDepth(std::uint8_t depth) {
+    const xcb_visualid_t visual = VisualOf(m_screen, depth);
+    if (visual == 0 || !TakesOurPixels(xcb_get_setup(m_connection), depth)) return false;
+    m_depth = depth;
+    m_visual = visual;
     m_colormap = m_screen->default_colormap;
-    return VisualOf(m_screen, m_depth) != 0 && TakesOurPixels(setup, m_depth);
+    if (visual != m_screen->root_visual) {
+        m_colormap = xcb_generate_id(m_connection);
+        xcb_create_colormap(m_connection, XCB_COLORMAP_ALLOC_NONE, m_colormap, Root(), visual);
+    }
+    return true;
 }
 
 void X11Connection::AskWhatThereIs() {
@@ -128,11 +133,16 @@ void X11Connection::AskWhatThereIs() {
         const auto length = static_cast<std::uint16_t>(kAtomNames[i].size());
         cookies[i] = xcb_intern_atom(m_connection, 0, length, kAtomNames[i].data());
     }
+    const std::string compositor = "_NET_WM_CM_S" + std::to_string(m_screenNumber);
+    const auto askedCompositor =
+        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(compositor.size()), compositor.data());
     CountWait();
     for (std::size_t i = 0; i < kAtomNames.size(); ++i) {
         const auto reply = Take<&xcb_intern_atom_reply>(cookies[i]);
         m_atoms[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
+    const auto reply = Take<&xcb_intern_atom_reply>(askedCompositor);
+    m_compositor = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 void X11Connection::AskVersions() {
@@ -150,7 +160,10 @@ void X11Connection::AskVersions() {
     const auto askedInput =
         input ? xcb_input_xi_query_version(m_connection, 2, 2) : xcb_input_xi_query_version_cookie_t{};
     const auto askedKeyboard = keyboard ? xcb_xkb_use_extension(m_connection, 1, 0) : xcb_xkb_use_extension_cookie_t{};
+    const auto askedCompositor = xcb_get_selection_owner(m_connection, m_compositor);
     CountWait();
+    const auto compositor = Take<&xcb_get_selection_owner_reply>(askedCompositor);
+    m_isComposited = compositor && compositor->owner != XCB_NONE;
     if (shape) {
         const auto reply = Take<&xcb_shape_query_version_reply>(askedShape);
         m_features.inputShapes = reply && IsAtLeast(reply->major_version, reply->minor_version, 1, 1);
@@ -158,6 +171,8 @@ void X11Connection::AskVersions() {
     if (memory) {
         const auto reply = Take<&xcb_shm_query_version_reply>(askedMemory);
         m_features.sharedMemory = reply && IsAtLeast(reply->major_version, reply->minor_version, 1, 2);
+        m_features.sharedPixmaps =
+            m_features.sharedMemory && reply->shared_pixmaps && reply->pixmap_format == XCB_IMAGE_FORMAT_Z_PIXMAP;
         m_features.sharedMemoryEvent = memory->first_event;
     }
     if (input) {

@@ -36,8 +36,9 @@ enum class X11Atom : std::size_t {
 /// What the server offers; an extension that is absent is never called, since that would end the connection.
 struct X11Features {
     bool inputShapes = false;
-    bool sharedMemory = false;  ///< Pixels can be handed over in memory that both sides see.
-    bool rawPresses = false;    ///< Presses anywhere on the screen are reported without grabbing anything.
+    bool sharedMemory = false;   ///< Pixels can be handed over in memory that both sides see.
+    bool sharedPixmaps = false;  ///< Whole pictures of the server's can lie in such memory.
+    bool rawPresses = false;     ///< Presses anywhere on the screen are reported without grabbing anything.
     bool keyboardMap = false;
     std::uint8_t sharedMemoryEvent = 0;
     std::uint8_t inputOpcode = 0;
@@ -61,7 +62,9 @@ public:
     [[nodiscard]] const X11Features& Features() const { return m_features; }
     [[nodiscard]] xcb_atom_t Atom(X11Atom atom) const { return m_atoms[static_cast<std::size_t>(atom)]; }
 
-    /// What all own windows are made with: 32 bits with alpha where the server has that, else as the root.
+    /// What all own windows are made with: as the root, since the server keeps a second copy of the pixels of windows
+    /// of another depth and composes them for itself; but 32 bits with alpha, where the server has that, under a
+    /// compositor, which has all windows apart anyway and takes such a one as it is, without a shadow round it.
     [[nodiscard]] std::uint8_t Depth() const { return m_depth; }
     [[nodiscard]] xcb_visualid_t Visual() const { return m_visual; }
     [[nodiscard]] xcb_colormap_t Colormap() const { return m_colormap; }
@@ -79,7 +82,7 @@ public:
     [[nodiscard]] std::uint64_t RoundTrips() const { return m_roundTrips; }
 
 private:
-    X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
+    X11Connection(xcb_connection_t* connection, int screenNumber, xcb_screen_t* screen);
 
     template <auto Reply, class Cookie>
     auto Take(Cookie cookie) {
@@ -89,11 +92,15 @@ private:
         return X11Owned<std::remove_pointer_t<decltype(reply)>>(reply);
     }
     bool ChooseVisual();
+    bool UseDepth(std::uint8_t depth);
     void AskWhatThereIs();
     void AskVersions();
 
     xcb_connection_t* m_connection;
+    int m_screenNumber;
     xcb_screen_t* m_screen;
+    xcb_atom_t m_compositor = 0;  // the selection that one owns
+    bool m_isComposited = false;
     X11Features m_features;
     std::array<xcb_atom_t, static_cast<std::size_t>(X11Atom::Count)> m_atoms{};
     std::uint8_t m_depth = 0;

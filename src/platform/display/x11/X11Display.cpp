@@ -109,7 +109,10 @@ void X11Display::TakeFocus(TopLevelId id) {
 
 void X11Display::GiveBackFocus() {
     const X11PipeGuard guard;
-    if (IsAlive()) m_focus.GiveBack();
+    if (!IsAlive()) return;
+    // The latest news of the focus mostly answer the question who has it.
+    ReadEvents();
+    m_focus.GiveBack();
 }
 
 void X11Display::Present(TopLevelId id, const Surface& pixels, const Region& dirty) {

@@ -49,6 +49,10 @@ void X11Focus::GiveBack() {
     LearnWhoHadIt();
     const xcb_window_t before = std::exchange(m_before, 0);
     if (before == 0) return;
+    if (m_now != 0 && m_now == m_ordered && !m_hasNews) {
+        Set(before);
+        return;
+    }
     const auto now = m_connection.Ask<&xcb_get_input_focus_reply>(xcb_get_input_focus(m_connection.Get()));
     // Nobody has it where the window that had it is hidden already.
     if (now && (IsNobody(now->focus) || m_windows.FindWindow(now->focus))) Set(before);
@@ -60,7 +64,9 @@ void X11Focus::OnShow(const X11TopLevel& topLevel) {
 }
 
 void X11Focus::OnHide(const X11TopLevel& topLevel) {
-    m_hasNews = m_hasNews || m_now == topLevel.Id();
+    // Where another own window was given the focus just before, the news of that one are all there is to wait for.
+    const bool isOnItsWay = m_ordered != 0 && m_ordered != topLevel.Id();
+    m_hasNews = m_hasNews || (m_now == topLevel.Id() && !isOnItsWay);
     for (TopLevelId* id : {&m_now, &m_wanted, &m_ordered, &m_shown}) {
         if (*id == topLevel.Id()) *id = 0;
     }
@@ -101,6 +107,8 @@ std::optional<TopLevelId> X11Focus::Settle() {
     if (std::exchange(m_hasNews, false) && m_now != m_ordered) {
         AskWhoHasIt();
         if (m_now != m_ordered && RetakeStrayLoss()) AskWhoHasIt();
+    } else if (m_now == 0 && m_ordered != 0) {
+        return std::nullopt;
     }
     if (m_told == m_now) return std::nullopt;
     m_told = m_now;

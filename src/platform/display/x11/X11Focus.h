@@ -28,6 +28,7 @@ public:
     void OnFocusOut(const X11TopLevel& topLevel);
 
     /// The own window with the focus, 0 for none, where that has changed since the last call; may wait for an answer.
+    /// Nothing while an own window is to have it and no news of that have come.
     [[nodiscard]] std::optional<TopLevelId> Settle();
 
 private:

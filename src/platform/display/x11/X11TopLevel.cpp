@@ -43,7 +43,6 @@ X11TopLevel::X11TopLevel(X11Connection& connection, TopLevelId id, const TopLeve
 
 X11TopLevel::~X11TopLevel() {
     xcb_destroy_window(m_connection.Get(), m_window);
-    if (m_pixmap != 0) xcb_free_pixmap(m_connection.Get(), m_pixmap);
 }
 
 void X11TopLevel::Create() {
@@ -166,27 +165,21 @@ void X11TopLevel::SetCursor(xcb_cursor_t cursor) {
     xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_CURSOR, &cursor);
 }
 
-void X11TopLevel::MakePixmap(CSize size) {
-    if (m_pixmap != 0) xcb_free_pixmap(m_connection.Get(), m_pixmap);
-    m_pixmap = xcb_generate_id(m_connection.Get());
-    m_pixmapSize = size;
-    xcb_create_pixmap(m_connection.Get(), m_connection.Depth(), m_pixmap, m_window, Side(size.cx), Side(size.cy));
-}
-
 void X11TopLevel::Present(X11Upload& upload, const Surface& pixels, const Region& dirty) {
     if (pixels.Bounds().IsEmpty()) return;
     Region area = dirty;
-    if (m_pixmap == 0 || m_pixmapSize != pixels.Bounds().Size()) {
-        MakePixmap(pixels.Bounds().Size());
+    if (!m_pixmap || m_pixmap->Size() != pixels.Bounds().Size()) {
+        m_pixmap.emplace(m_connection, upload, m_window, pixels.Bounds().Size());
         area = Region(pixels.Bounds());
     }
     area.Intersect(pixels.Bounds());
     const auto rects = area.Rects();
     if (rects.empty()) return;
-    for (const CRect& rect : rects) upload.Copy(pixels, rect, m_pixmap);
+    for (const CRect& rect : rects) m_pixmap->Copy(pixels, rect);
     // As a background the pixels come back by themselves after each uncovering. It is set anew each time, since the
     // protocol leaves open whether a window shows what was drawn on its background afterwards.
-    xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_BACK_PIXMAP, &m_pixmap);
+    const xcb_pixmap_t background = m_pixmap->Id();
+    xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_BACK_PIXMAP, &background);
     if (!m_isVisible) return;
     for (const CRect& rect : rects) {
         xcb_clear_area(m_connection.Get(), 0, m_window, Coordinate(rect.left), Coordinate(rect.top), Side(rect.Width()),

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "platform/display/Display.h"
-#include "platform/display/x11/X11Connection.h"
+#include "platform/display/x11/X11Pixmap.h"
 
+#include <optional>
 #include <string>
 
 namespace veldan {
@@ -53,7 +54,6 @@ private:
     void SetHints();
     void SetSizeHints();
     void SetAtom(X11Atom property, X11Atom value);
-    void MakePixmap(CSize size);
 
     X11Connection& m_connection;
     TopLevelId m_id;
@@ -61,8 +61,7 @@ private:
     CRect m_rect;
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
-    xcb_pixmap_t m_pixmap = 0;
-    CSize m_pixmapSize;
+    std::optional<X11Pixmap> m_pixmap;  // what was presented last
     bool m_isVisible = false;
     bool m_isViewable = false;
     Place m_place = Place::Known;

@@ -2,10 +2,8 @@
 
 #include "platform/draw/Surface.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace veldan {
@@ -25,13 +23,6 @@ std::size_t RowBytes(const CRect& area) {
     return static_cast<std::size_t>(area.Width()) * sizeof(std::uint32_t);
 }
 
-void CopyOpaque(const Surface& from, const CRect& area, std::uint32_t* to) {
-    for (int y = area.top; y < area.bottom; ++y) {
-        const std::uint32_t* row = from.Row(y);
-        to = std::transform(row + area.left, row + area.right, to, [](std::uint32_t pixel) { return pixel | kOpaque; });
-    }
-}
-
 // The upper rows of an area, as many as fit into `bytes`, at least one.
 CRect UpperBand(const CRect& area, std::size_t bytes) {
     const auto rows = std::max<std::size_t>(bytes / RowBytes(area), 1);
@@ -42,43 +33,24 @@ CRect UpperBand(const CRect& area, std::size_t bytes) {
 
 }  // namespace
 
+void CopyOpaque(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride) {
+    for (int y = area.top; y < area.bottom; ++y, to += stride) {
+        const std::span<const std::uint32_t> row(from.Row(y) + area.left, from.Row(y) + area.right);
+        if (depth == 32) {
+            std::ranges::transform(row, to, [](std::uint32_t pixel) { return pixel | kOpaque; });
+        } else {
+            std::ranges::copy(row, to);
+        }
+    }
+}
+
 X11Upload::X11Upload(X11Connection& connection) : m_connection(connection) {
     const std::size_t longest = std::size_t{xcb_get_maximum_request_length(m_connection.Get())} * 4;
     m_bandBytes = std::min(kBandBytes, longest - sizeof(xcb_put_image_request_t) - 4);
-    if (!m_connection.Features().sharedMemory) return;
     for (Segment& segment : m_segments) {
-        if (!Attach(segment)) break;
+        segment.memory.emplace(m_connection, kSegmentBytes, X11SharedMemory::Access::Read);
     }
-    if (!m_segments.back().memory) Release(m_segments.front());
-}
-
-X11Upload::~X11Upload() {
-    for (Segment& segment : m_segments) Release(segment);
-}
-
-bool X11Upload::Attach(Segment& segment) {
-    const int descriptor = memfd_create("veldan", MFD_CLOEXEC);
-    if (descriptor < 0) return false;
-    void* memory = MAP_FAILED;
-    if (ftruncate(descriptor, static_cast<off_t>(kSegmentBytes)) == 0) {
-        memory = mmap(nullptr, kSegmentBytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    }
-    if (memory == MAP_FAILED) {
-        close(descriptor);
-        return false;
-    }
-    segment.memory = static_cast<std::uint8_t*>(memory);
-    segment.id = xcb_generate_id(m_connection.Get());
-    // The protocol library closes the descriptor when it has sent it.
-    const auto cookie = xcb_shm_attach_fd_checked(m_connection.Get(), segment.id, descriptor, 1);
-    if (!m_connection.Check(cookie) && m_connection.IsAlive()) return true;
-    Release(segment);
-    return false;
-}
-
-void X11Upload::Release(Segment& segment) {
-    if (segment.memory) munmap(segment.memory, kSegmentBytes);
-    segment = {};
+    m_isShared = std::ranges::all_of(m_segments, [](Segment& segment) { return segment.memory->IsAccepted(); });
 }
 
 void X11Upload::Copy(const Surface& from, const CRect& area, xcb_pixmap_t to) {
@@ -110,19 +82,20 @@ X11Upload::Segment* X11Upload::SegmentWithRoom(std::size_t bytes) {
 }
 
 void X11Upload::CopyShared(Segment& segment, const Surface& from, const CRect& band, xcb_pixmap_t to) {
-    CopyOpaque(from, band, reinterpret_cast<std::uint32_t*>(segment.memory + segment.used));
+    CopyOpaque(from, band, m_connection.Depth(),
+               reinterpret_cast<std::uint32_t*>(segment.memory->Bytes().data() + segment.used), band.Width());
     const auto width = static_cast<std::uint16_t>(band.Width());
     const auto height = static_cast<std::uint16_t>(band.Height());
     xcb_shm_put_image(m_connection.Get(), to, ContextFor(to), width, height, 0, 0, width, height,
                       static_cast<std::int16_t>(band.left), static_cast<std::int16_t>(band.top), m_connection.Depth(),
-                      XCB_IMAGE_FORMAT_Z_PIXMAP, 1, segment.id, static_cast<std::uint32_t>(segment.used));
+                      XCB_IMAGE_FORMAT_Z_PIXMAP, 1, segment.memory->Id(), static_cast<std::uint32_t>(segment.used));
     segment.used += RowBytes(band) * static_cast<std::size_t>(band.Height());
     ++segment.unread;
 }
 
 void X11Upload::CopyPlain(const Surface& from, const CRect& band, xcb_pixmap_t to) {
     m_band.resize(static_cast<std::size_t>(band.Width()) * static_cast<std::size_t>(band.Height()));
-    CopyOpaque(from, band, m_band.data());
+    CopyOpaque(from, band, m_connection.Depth(), m_band.data(), band.Width());
     xcb_put_image(m_connection.Get(), XCB_IMAGE_FORMAT_Z_PIXMAP, to, ContextFor(to),
                   static_cast<std::uint16_t>(band.Width()), static_cast<std::uint16_t>(band.Height()),
                   static_cast<std::int16_t>(band.left), static_cast<std::int16_t>(band.top), 0, m_connection.Depth(),
@@ -140,7 +113,7 @@ xcb_gcontext_t X11Upload::ContextFor(xcb_pixmap_t drawable) {
 
 void X11Upload::OnCompletion(const xcb_shm_completion_event_t& event) {
     for (Segment& segment : m_segments) {
-        if (segment.memory && segment.id == event.shmseg && segment.unread > 0) --segment.unread;
+        if (segment.memory->Id() == event.shmseg && segment.unread > 0) --segment.unread;
     }
 }
 

@@ -1,15 +1,18 @@
 #pragma once
 
-#include "platform/display/x11/X11Connection.h"
-
-#include <xcb/shm.h>
+#include "platform/display/x11/X11SharedMemory.h"
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace veldan {
 
 class Surface;
+
+/// Copies an area row by row to where rows lie `stride` pixels apart. Pictures of 32 bits get the alpha of every pixel
+/// at its most; others have none.
+void CopyOpaque(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride);
 
 /// Hands pixels over to pixmaps of the server, all opaque. It never waits: pixels go through two pieces of shared
 /// memory, each drawn into again only after the server has told that it has read it, and through the connection itself
@@ -17,7 +20,6 @@ class Surface;
 class X11Upload {
 public:
     explicit X11Upload(X11Connection& connection);
-    ~X11Upload();
     X11Upload(const X11Upload&) = delete;
     X11Upload& operator=(const X11Upload&) = delete;
 
@@ -26,18 +28,15 @@ public:
     /// The server has read one picture of the piece.
     void OnCompletion(const xcb_shm_completion_event_t& event);
     /// Whether pixels go through shared memory at all.
-    [[nodiscard]] bool IsShared() const { return m_segments.front().memory != nullptr; }
+    [[nodiscard]] bool IsShared() const { return m_isShared; }
 
 private:
     struct Segment {
-        xcb_shm_seg_t id = 0;
-        std::uint8_t* memory = nullptr;
+        std::optional<X11SharedMemory> memory;
         std::size_t used = 0;
         int unread = 0;  // pictures in it that the server has yet to read
     };
 
-    bool Attach(Segment& segment);
-    static void Release(Segment& segment);
     [[nodiscard]] Segment* SegmentWithRoom(std::size_t bytes);
     void CopyShared(Segment& segment, const Surface& from, const CRect& band, xcb_pixmap_t to);
     void CopyPlain(const Surface& from, const CRect& band, xcb_pixmap_t to);
@@ -46,6 +45,7 @@ private:
     X11Connection& m_connection;
     std::array<Segment, 2> m_segments;
     std::size_t m_current = 0;
+    bool m_isShared = false;
     xcb_gcontext_t m_context = 0;
     std::size_t m_bandBytes;
     std::vector<std::uint32_t> m_band;

@@ -1,0 +1,38 @@
+#include "platform/display/x11/X11Pixmap.h"
+
+#include "platform/display/x11/X11Upload.h"
+
+namespace veldan {
+
+X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t window, CSize size)
+    : m_connection(connection), m_upload(upload), m_id(xcb_generate_id(connection.Get())), m_size(size) {
+    const auto width = static_cast<std::uint16_t>(size.cx);
+    const auto height = static_cast<std::uint16_t>(size.cy);
+    if (m_connection.Features().sharedPixmaps && m_upload.IsShared()) {
+        m_memory.emplace(m_connection, sizeof(std::uint32_t) * width * height, X11SharedMemory::Access::Write);
+    }
+    if (m_memory && m_memory->Exists()) {
+        xcb_shm_create_pixmap(m_connection.Get(), m_id, window, width, height, m_connection.Depth(), m_memory->Id(), 0);
+        xcb_shm_detach(m_connection.Get(), m_memory->Id());
+    } else {
+        m_memory.reset();
+        xcb_create_pixmap(m_connection.Get(), m_connection.Depth(), m_id, window, width, height);
+    }
+}
+
+X11Pixmap::~X11Pixmap() {
+    xcb_free_pixmap(m_connection.Get(), m_id);
+}
+
+// The server may show a part of the picture while it is written. What is seen then is half old, half new, and whole
+// with the request that follows.
+void X11Pixmap::Copy(const Surface& from, const CRect& area) {
+    if (!m_memory) {
+        m_upload.Copy(from, area, m_id);
+        return;
+    }
+    auto* pixels = reinterpret_cast<std::uint32_t*>(m_memory->Bytes().data());
+    CopyOpaque(from, area, m_connection.Depth(), pixels + std::ptrdiff_t{area.top} * m_size.cx + area.left, m_size.cx);
+}
+
+}  // namespace veldan
