@@ -18,7 +18,8 @@ void RelayToToolTip(CToolTipCtrl* pToolTip, MSG& message) {
 
 void HidePopupOnFocusLoss(const CWnd& button) {
     CWnd* popup = button.GetParent();
-    if (popup && !popup->GetWindowRect().Contains(Desktop::Get().CursorPos())) {
+    // A hidden one isn't worth the question where the pointer is.
+    if (popup && popup->IsWindowVisible() && !popup->GetWindowRect().Contains(Desktop::Get().CursorPos())) {
         popup->ShowWindow(SW_HIDE);
     }
 }

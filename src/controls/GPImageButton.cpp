@@ -76,6 +76,7 @@ void CGPImageButton::ReleaseAnimationFrames() {
 
 void CGPImageButton::PreSubclassWindow() {
     ModifyStyle(0, BS_OWNERDRAW);
+    SetOpaque();
 }
 
 bool CGPImageButton::PreTranslateMessage(MSG& message) {

@@ -44,6 +44,7 @@ bool CGPMenuButton::LoadImageFile(const CString& path, const char* /*type*/) {
 
 void CGPMenuButton::PreSubclassWindow() {
     ModifyStyle(0, BS_OWNERDRAW);
+    SetOpaque();
 }
 
 bool CGPMenuButton::PreTranslateMessage(MSG& message) {

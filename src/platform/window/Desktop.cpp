@@ -156,6 +156,12 @@ bool Desktop::ModifyStyle(HWND window, UINT remove, UINT add) {
     return std::exchange(record->style, style) != style;
 }
 
+void Desktop::SetOpaque(HWND window) {
+    if (WindowRecord* record = m_table.Find(window)) {
+        record->opaque = true;
+    }
+}
+
 void Desktop::SetText(HWND window, const CString& text) {
     WindowRecord* record = m_table.Find(window);
     if (record == nullptr) {

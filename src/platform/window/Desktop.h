@@ -110,6 +110,8 @@ public:
     bool PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWND sibling, UINT flags);
     bool EnableWindow(HWND window, bool enable);
     bool ModifyStyle(HWND window, UINT remove, UINT add);
+    /// Every paint of the window covers all of its pixels, so what its parent would draw under it needn't be drawn.
+    void SetOpaque(HWND window);
     void SetText(HWND window, const CString& text);
     /// The deepest visible enabled window at a point of the screen within a top-level window, or null.
     [[nodiscard]] HWND WindowAt(HWND topLevel, CPoint screen) const;
@@ -210,7 +212,11 @@ private:
     void QueuePaintOfTree(WindowRecord& record);
     [[nodiscard]] HWND NextPaint(HWND ancestor);
     void PaintWindow(HWND window);
-    void EraseNow(HWND window);
+    /// What a pending erase leaves out: nothing where the pixels are to be read or drawn on, and the children that
+    /// cover their own where all of it is painted anew.
+    enum class EraseArea { Whole, AroundOpaqueChildren };
+    void EraseNow(HWND window, EraseArea area);
+    void SubtractOpaqueChildren(const WindowRecord& record, CPoint origin, Region& clip) const;
     void InvalidateChildren(const WindowRecord& record, const Region& area);
     void PresentAll();
     void Present(WindowRecord& topLevel);
@@ -255,6 +261,7 @@ private:
 
     std::deque<MSG> m_posted;
     std::deque<DisplayEvent> m_input;
+    int m_nPaintsSinceRead = 0;
     bool m_bQuit = false;
     int m_nQuitResult = 0;
     MSG m_currentMessage;

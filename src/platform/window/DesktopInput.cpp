@@ -11,6 +11,7 @@ namespace {
 constexpr int kDoubleClickTime = 500;    // milliseconds between the two presses
 constexpr int kDoubleClickDistance = 4;  // pixels that the pointer may stray between them
 constexpr int kHoverBox = 4;             // pixels a side of the box that a resting pointer stays in
+constexpr int kPaintsInARow = 32;        // before the display is asked for input again
 constexpr std::intptr_t kHitClient = 1;  // the only part that windows without decoration have
 
 struct ButtonMessages {
@@ -78,7 +79,10 @@ Desktop::Retrieved Desktop::NextInput(MSG& message) {
     if (m_bRetestPointer) {
         return RetestPointer(message);
     }
-    ReadDisplay();
+    // Asking a connection costs as much as painting a small window, so a row of paints isn't parted by it.
+    if (m_nPaintsSinceRead % kPaintsInARow == 0) {
+        ReadDisplay();
+    }
     if (m_input.empty()) {
         return Retrieved::Nothing;
     }
@@ -331,6 +335,10 @@ CPoint Desktop::CursorPos() {
 }
 
 void Desktop::ReleaseGrab() {
+    // Only a button that is held down grabs the pointer.
+    if ((m_uPointerFlags & (MK_LBUTTON | MK_MBUTTON | MK_RBUTTON)) == 0) {
+        return;
+    }
     m_display->ReleaseGrab();
     m_display->Flush();
 }

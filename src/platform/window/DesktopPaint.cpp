@@ -152,9 +152,9 @@ void Desktop::UpdateWindow(HWND window) {
 }
 
 /// Runs the pending erase of the window and, before it, of its ancestors.
-void Desktop::EraseNow(HWND window) {
+void Desktop::EraseNow(HWND window, EraseArea wanted) {
     if (const WindowRecord* record = m_table.Find(window); record != nullptr && record->IsChild()) {
-        EraseNow(record->parent);
+        EraseNow(record->parent, wanted);
     }
     WindowRecord* record = m_table.Find(window);
     if (record == nullptr || !record->erase || record->update.IsEmpty()) {
@@ -165,15 +165,36 @@ void Desktop::EraseNow(HWND window) {
     const Region area = record->update;
     Region clip = VisibleRegion(*record);
     clip.Intersect(Region(area).Translate(origin));
+    AddDirty(window, clip);
     InvalidateChildren(*record, area);
+    if (wanted == EraseArea::AroundOpaqueChildren) {
+        SubtractOpaqueChildren(*record, origin, clip);
+    }
     CDC dc;
     dc.Attach(CreateSurfaceDC(SurfaceOf(window), origin, clip));
-    AddDirty(window, clip);
     SendMessage(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(&dc));
 }
 
+/// Takes out what children will paint over. Where another child lies above such a one, nobody else paints.
+void Desktop::SubtractOpaqueChildren(const WindowRecord& record, CPoint origin, Region& clip) const {
+    const CRect bounds = clip.Bounds();
+    Region seeThrough;
+    record.children.ForVisible([&](const ChildList::Entry& entry) {
+        const CRect place = entry.rect.Offset(origin);
+        if (!place.Intersects(bounds)) {
+            return true;
+        }
+        if (m_table.Find(entry.window)->opaque) {
+            clip.Subtract(Region(place).Subtract(seeThrough));
+        } else {
+            seeThrough.Add(place);
+        }
+        return true;
+    });
+}
+
 HDC Desktop::WindowDC(HWND window) {
-    EraseNow(window);
+    EraseNow(window, EraseArea::Whole);
     const WindowRecord* record = m_table.Find(window);
     if (record == nullptr) {
         return nullptr;
@@ -182,7 +203,7 @@ HDC Desktop::WindowDC(HWND window) {
 }
 
 HDC Desktop::BeginPaint(HWND window, Region& area) {
-    EraseNow(window);
+    EraseNow(window, EraseArea::AroundOpaqueChildren);
     WindowRecord* record = m_table.Find(window);
     if (record == nullptr) {
         return nullptr;

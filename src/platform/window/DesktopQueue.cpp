@@ -72,9 +72,11 @@ bool Desktop::NextPosted(MSG& message) {
 bool Desktop::NextPaintMessage(MSG& message) {
     const HWND window = NextPaint({});
     if (!window) {
+        m_nPaintsSinceRead = 0;
         PresentAll();
         return false;
     }
+    ++m_nPaintsSinceRead;
     message = {window, WM_PAINT, 0, 0, m_clock->Now(), m_ptPointer};
     return true;
 }

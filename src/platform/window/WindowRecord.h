@@ -39,8 +39,9 @@ struct WindowRecord {
     bool visible = false;
     bool enabled = true;
     bool destroying = false;
-    Region update;       ///< What is left to paint, in client pixels.
-    bool erase = false;  ///< The update region wants its background first.
+    bool opaque = false;  ///< Each paint covers all of the window's pixels.
+    Region update;        ///< What is left to paint, in client pixels.
+    bool erase = false;   ///< The update region wants its background first.
     bool queuedForPaint = false;
     bool paintBegun = false;  ///< The paint message that runs has asked for its device context.
 

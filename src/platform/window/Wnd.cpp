@@ -128,6 +128,10 @@ bool CWnd::ModifyStyle(UINT remove, UINT add) {
     return m_hWnd && Desktop::Get().ModifyStyle(m_hWnd, remove, add);
 }
 
+void CWnd::SetOpaque() {
+    Desktop::Get().SetOpaque(m_hWnd);
+}
+
 UINT CWnd::GetStyle() const {
     const WindowRecord* record = m_hWnd ? Desktop::Get().Find(m_hWnd) : nullptr;
     return record == nullptr ? 0 : record->style | (record->visible ? WS_VISIBLE : 0U);

@@ -65,6 +65,9 @@ public:
     /// The window's and all its ancestors' visible flags.
     [[nodiscard]] bool IsWindowVisible() const;
     bool ModifyStyle(UINT remove, UINT add);
+    /// Promises that every paint covers all of the window's pixels; its parent then draws nothing under it that would
+    /// be painted over at once.
+    void SetOpaque();
     [[nodiscard]] UINT GetStyle() const;
     void SetWindowText(const CString& text);
     [[nodiscard]] CString GetWindowText() const;
