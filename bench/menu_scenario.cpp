@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
 #include <thread>
 
 using namespace veldan;
@@ -73,6 +72,7 @@ double Timed(Step step) {
 class Host : public CWnd {
 public:
     CString picked;
+    double pickedAt = 0;
 
 protected:
     const MessageMap& GetMessageMap() const override {
@@ -83,6 +83,7 @@ protected:
 
 private:
     LRESULT OnPicked(WPARAM, LPARAM lParam) {
+        pickedAt = NowMs();
         picked = reinterpret_cast<const char*>(lParam);
         return 0;
     }
@@ -133,28 +134,34 @@ public:
         }
         FinishOnScreen();
     }
-    /// The fourth row of the first filled group.
-    double Pick() {
-        m_host.picked.clear();
-        const double time = Timed([this] { Desktop::Get().SendMessage(m_menu, kMsgItemClick, kFirstItemId + 3); });
+    /// A click on the fourth row of the first filled group, until the host has the path, the recent profiles are
+    /// brought up to date and the menu is gone.
+    double PickAndUpdate() {
+        const double time = Timed([this] { Click(); });
         Settle(50);
         return time;
     }
-    /// A pick with the folder of recent picks out of the way: nothing is there to be updated.
-    double PickWithoutRecent(const std::filesystem::path& base) {
-        const std::filesystem::path recent = base / "Profiles/Recent";
-        const std::filesystem::path aside = base / "Profiles/Recent.aside";
-        std::error_code error;
-        std::filesystem::rename(recent, aside, error);
-        const double time = Pick();
-        std::filesystem::rename(aside, recent, error);
-        return time;
+    /// The same without the update: until the host has the path, and how long the menu takes to go.
+    double Pick() {
+        const double begin = NowMs();
+        Click();
+        const double toHost = m_host.pickedAt - begin;
+        Settle(50);
+        Show();
+        const double toGo = Timed(VELDAN_HideProfileMenus);
+        Settle(50);
+        return toHost + toGo;
     }
     [[nodiscard]] bool PickIsRight() const {
         return m_host.picked == m_tree.fourthOfFirst && !Desktop::Get().IsVisible(m_menu);
     }
 
 private:
+    void Click() {
+        m_host.picked.clear();
+        Desktop::Get().SendMessage(m_menu, kMsgItemClick, kFirstItemId + 3);
+    }
+
     const Tree& m_tree;
     Host& m_host;
     HWND m_menu;
@@ -196,10 +203,10 @@ int main(int argc, char** argv) {
     scenario.OpenAll(second, secondOfFirst, empty);
     second.push_back(secondOfFirst);
     const long rssAll = ResidentKb();
-    const double pickAndUpdate = scenario.Pick();
+    const double pickAndUpdate = scenario.PickAndUpdate();
     const bool firstPickRight = scenario.PickIsRight();
     scenario.Show();
-    const double pick = scenario.PickWithoutRecent(argv[2]);
+    const double pick = scenario.Pick();
     const bool right = firstPickRight && scenario.PickIsRight();
     const double showAgain = scenario.Show();
     scenario.ScrollThroughAll();

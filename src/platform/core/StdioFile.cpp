@@ -1,6 +1,7 @@
 #include "platform/core/StdioFile.h"
 
 #include "platform/core/FileReplacement.h"
+#include "platform/core/PathResolver.h"
 
 #include <algorithm>
 
@@ -20,7 +21,7 @@ CStdioFile::~CStdioFile() {
 }
 
 BOOL CStdioFile::Open(std::string_view path, UINT flags) {
-    if (m_handle.IsOpen() || m_pReplacement) {
+    if (m_handle.IsOpen() || m_pReplacement || !IsUsablePath(path)) {
         return FALSE;
     }
     if ((flags & modeCreate) == 0) {
