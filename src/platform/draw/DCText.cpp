@@ -1,6 +1,7 @@
 #include "platform/draw/DC.h"
 #include "platform/draw/DCInternal.h"
 #include "platform/draw/FontFaceInternal.h"
+#include "platform/draw/PixelsInternal.h"
 
 #include <cairo.h>
 
@@ -44,11 +45,15 @@ CairoPtr BeginText(DeviceContext& context, const CRect& area) {
 class TextBlock {
 public:
     TextBlock(DeviceContext& context, const CRect& area, UINT format)
-        : m_context(context), m_font(FontOf(context)), m_area(area), m_format(format), m_y(area.top) {}
+        : m_context(context),
+          m_font(FontOf(context)),
+          m_area(area),
+          m_format(format),
+          m_y(area.top),
+          m_bDraws((format & DT_CALCRECT) == 0) {}
 
-    /// Measures, and draws unless there is nothing to draw with.
-    void Run(std::string_view text, cairo_t* target) {
-        m_target = target;
+    /// Measures, and draws unless the format asks for measures only.
+    void Run(std::string_view text) {
         if (m_format & DT_SINGLELINE) {
             Centre();
             AddParagraph(text);
@@ -72,7 +77,7 @@ private:
     }
 
     // Whether the rest can't be seen.
-    [[nodiscard]] bool IsBelow() const { return m_target && m_y >= m_area.bottom; }
+    [[nodiscard]] bool IsBelow() const { return m_bDraws && m_y >= m_area.bottom; }
 
     void AddParagraph(std::string_view text) {
         const bool isBroken = (m_format & DT_WORDBREAK) && !(m_format & DT_SINGLELINE);
@@ -85,7 +90,7 @@ private:
     }
 
     void AddLine(const TextLine& line) {
-        if (m_target) {
+        if (m_bDraws) {
             DrawLine(line);
         }
         m_nWidest = std::max(m_nWidest, line.width);
@@ -100,10 +105,35 @@ private:
             m_context.Fill(cell.Intersect(m_area), m_context.backgroundColour);
         }
         const int base = m_y + m_font.Face()->Ascent();
-        m_font.Face()->Draw(m_target, line, {x, base});
+        if (!line.line) {
+            DrawPlain({x, base});
+        } else if (cairo_t* target = Target()) {
+            FontFace::Draw(target, line, {x, base});
+        }
         if (m_font.IsUnderlined()) {
             m_context.Fill(CRect{cell.left, base + 1, cell.right, base + 2}.Intersect(m_area), m_context.textColour);
         }
+    }
+
+    void DrawPlain(CPoint at) {
+        Surface& surface = *m_context.surface;
+        const TextMask mask = m_font.Face()->PlainMask();
+        surface.BeginPixels();
+        m_context.ForEachPart(mask.box.Offset(at).Intersect(m_area), [&](const CRect& part) {
+            for (int y = part.top; y < part.bottom; ++y) {
+                BlendMask(surface.Row(y) + part.left, mask.coverage.data() + mask.IndexOf(CPoint{part.left, y} - at),
+                          static_cast<std::size_t>(part.Width()), PixelOf(m_context.textColour));
+            }
+        });
+        surface.EndPixels();
+    }
+
+    // Something that the drawing library draws with, made when first needed; null where the clip leaves nothing.
+    cairo_t* Target() {
+        if (!m_target) {
+            m_target = BeginText(m_context, m_area);
+        }
+        return m_target.get();
     }
 
     DeviceContext& m_context;
@@ -113,7 +143,8 @@ private:
     int m_y;
     int m_nWidest = 0;
     int m_nHeight = 0;
-    cairo_t* m_target = nullptr;
+    bool m_bDraws;
+    CairoPtr m_target;
 };
 
 }  // namespace
@@ -128,13 +159,15 @@ int CDC::DrawText(std::string_view text, CRect& rect, UINT format) {
     if (!m_hDC) {
         return 0;
     }
-    TextBlock block(*m_hDC, m_hDC->ToSurface(rect), format);
+    const CRect area = m_hDC->ToSurface(rect);
+    if ((format & DT_CALCRECT) == 0 && !m_hDC->ClipBounds().Intersects(area)) {
+        return 0;
+    }
+    TextBlock block(*m_hDC, area, format);
+    block.Run(text);
     if (format & DT_CALCRECT) {
-        block.Run(text, nullptr);
         rect.right = rect.left + block.Size().cx;
         rect.bottom = rect.top + block.Size().cy;
-    } else if (const CairoPtr target = BeginText(*m_hDC, m_hDC->ToSurface(rect))) {
-        block.Run(text, target.get());
     }
     return block.Size().cy;
 }
@@ -144,6 +177,9 @@ CSize CDC::GetTextExtent(std::string_view text) const {
         return {};
     }
     const CFont& font = FontOf(*m_hAttribDC);
+    if (text.empty()) {
+        return {0, font.LineHeight()};
+    }
     const auto& lines = font.Face()->LayOut(text, kUnbroken);
     return {lines.empty() ? 0 : lines.front().width, font.LineHeight()};
 }

@@ -9,6 +9,9 @@ namespace veldan {
 
 class FontFace;
 
+/// Reads the list of the system's fonts, which takes some milliseconds, so that the first text needn't wait for it.
+VELDAN_PLATFORM_API void PrepareText();
+
 enum class Underline { No, Yes };
 
 inline constexpr int kFontNormal = 400;

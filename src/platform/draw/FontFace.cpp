@@ -74,6 +74,49 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
     return result;
 }
 
+// Has the drawing library draw the letter, without a colour.
+TextMask MakeMask(PangoFont* font, PangoGlyph number) {
+    cairo_scaled_font_t* scaled = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font));
+    cairo_glyph_t glyph{number, 0, 0};
+    cairo_text_extents_t extents;
+    cairo_scaled_font_glyph_extents(scaled, &glyph, 1, &extents);
+    TextMask mask;
+    mask.box = {static_cast<int>(std::floor(extents.x_bearing)), static_cast<int>(std::floor(extents.y_bearing)),
+                static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
+                static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
+    // Smoothed edges reach a little further.
+    mask.box = mask.box.Inflate(1, 1);
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, mask.box.Width(), mask.box.Height());
+    cairo_t* target = cairo_create(surface);
+    cairo_set_scaled_font(target, scaled);
+    glyph.x = -mask.box.left;
+    glyph.y = -mask.box.top;
+    cairo_show_glyphs(target, &glyph, 1);
+    cairo_destroy(target);
+    cairo_surface_flush(surface);
+    for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
+        const unsigned char* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+        mask.coverage.insert(mask.coverage.end(), row, row + mask.box.Width());
+    }
+    cairo_surface_destroy(surface);
+    return mask;
+}
+
+CRect Around(const CRect& one, const CRect& other) {
+    return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
+            std::max(one.bottom, other.bottom)};
+}
+
+// Neighbours may share pixels; what they cover of one adds up.
+void AddMask(TextMask& line, const TextMask& letter, CPoint at) {
+    const CRect box = letter.box.Offset(at);
+    for (int y = box.top; y < box.bottom; ++y) {
+        const std::uint8_t* from = letter.coverage.data() + letter.IndexOf(CPoint{box.left, y} - at);
+        std::uint8_t* to = line.coverage.data() + line.IndexOf({box.left, y});
+        std::transform(from, from + box.Width(), to, to, [](int a, int b) { return std::min(a + b, 255); });
+    }
+}
+
 }  // namespace
 
 FontFace::FontFace(const FontTraits& traits) {
@@ -178,13 +221,41 @@ void FontFace::LayOutAny(std::string_view text, int width) {
     }
 }
 
-void FontFace::Draw(_cairo* target, const TextLine& line, CPoint at) const {
+void FontFace::Draw(_cairo* target, const TextLine& line, CPoint at) {
     cairo_move_to(target, at.x, at.y);
-    if (line.line) {
-        pango_cairo_show_layout_line(target, line.line);
-    } else {
-        pango_cairo_show_glyph_string(target, m_plainItem->analysis.font, m_plainGlyphs);
+    pango_cairo_show_layout_line(target, line.line);
+}
+
+TextMask FontFace::PlainMask() {
+    struct Letter {
+        const TextMask* pMask;
+        CPoint at;
+    };
+    std::vector<Letter> letters;
+    TextMask line;
+    int x = 0;
+    for (int i = 0; i < m_plainGlyphs->num_glyphs; ++i) {
+        const PangoGlyphInfo& info = m_plainGlyphs->glyphs[i];
+        if (info.glyph != PANGO_GLYPH_EMPTY) {
+            const CPoint at{PANGO_PIXELS(x + info.geometry.x_offset), PANGO_PIXELS(info.geometry.y_offset)};
+            letters.push_back({&MaskOf(info.glyph), at});
+            line.box = Around(line.box, letters.back().pMask->box.Offset(at));
+        }
+        x += info.geometry.width;
     }
+    line.coverage.resize(static_cast<std::size_t>(line.box.Width()) * static_cast<std::size_t>(line.box.Height()));
+    for (const Letter& letter : letters) {
+        AddMask(line, *letter.pMask, letter.at);
+    }
+    return line;
+}
+
+const TextMask& FontFace::MaskOf(std::uint32_t glyph) {
+    const auto [entry, isNew] = m_masks.try_emplace(glyph);
+    if (isNew) {
+        entry->second = MakeMask(m_plainItem->analysis.font, glyph);
+    }
+    return entry->second;
 }
 
 }  // namespace veldan

@@ -1,3 +1,4 @@
+#include "platform/draw/Font.h"
 #include "platform/draw/FontMapInternal.h"
 
 #include <fontconfig/fontconfig.h>
@@ -99,6 +100,10 @@ PangoContext* StartText() {
 _PangoContext* GetTextContext() {
     static PangoContext* const context = StartText();
     return context;
+}
+
+void PrepareText() {
+    static_cast<void>(GetTextContext());
 }
 
 }  // namespace veldan

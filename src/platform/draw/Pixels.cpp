@@ -58,6 +58,17 @@ void BlendPixels(std::uint32_t* target, const std::uint32_t* source, std::size_t
     }
 }
 
+void BlendMask(std::uint32_t* target, const std::uint8_t* mask, std::size_t count, std::uint32_t pixel) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t coverage = mask[i];
+        if (coverage == 255) {
+            target[i] = pixel;
+        } else if (coverage != 0) {
+            target[i] = ScalePixel(pixel, coverage) + ScalePixel(target[i], 255 - coverage);
+        }
+    }
+}
+
 void PremultiplyPixels(std::uint32_t* pixels, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t pixel = pixels[i];

@@ -13,6 +13,9 @@ void FillPixels(std::uint32_t* target, std::size_t count, std::uint32_t pixel);
 /// Draws premultiplied pixels over others.
 void BlendPixels(std::uint32_t* target, const std::uint32_t* source, std::size_t count);
 
+/// Draws an opaque pixel over others, as much of it as the mask says.
+void BlendMask(std::uint32_t* target, const std::uint8_t* mask, std::size_t count, std::uint32_t pixel);
+
 /// Turns straight alpha into premultiplied alpha.
 void PremultiplyPixels(std::uint32_t* pixels, std::size_t count);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace veldan {
 
@@ -15,6 +16,9 @@ Surface::Surface(int width, int height) : m_width(std::max(width, 0)), m_height(
         m_height = 0;
     }
 }
+
+Surface::Surface(int width, int height, std::shared_ptr<std::uint32_t[]> pixels)
+    : m_width(width), m_height(height), m_pixels(std::move(pixels)) {}
 
 Surface::~Surface() {
     if (m_cairo) {

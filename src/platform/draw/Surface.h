@@ -18,6 +18,8 @@ namespace veldan {
 class VELDAN_PLATFORM_API Surface {
 public:
     Surface(int width, int height);
+    /// On memory of somebody else's, for as many pixels, of which it keeps its share.
+    Surface(int width, int height, std::shared_ptr<std::uint32_t[]> pixels);
     ~Surface();
     Surface(const Surface&) = delete;
     Surface& operator=(const Surface&) = delete;
@@ -45,7 +47,7 @@ public:
 private:
     int m_width;
     int m_height;
-    std::unique_ptr<std::uint32_t[]> m_pixels;
+    std::shared_ptr<std::uint32_t[]> m_pixels;
     _cairo_surface* m_cairo = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/window/Desktop.h"
 
 #include "platform/display/DisplayFactory.h"
+#include "platform/draw/Font.h"
 #include "platform/window/Wnd.h"
 
 #include <algorithm>
@@ -29,6 +30,7 @@ Desktop& Desktop::Get() {
     Desktop*& desktop = TheDesktop();
     if (desktop == nullptr) {
         auto clock = std::make_unique<SteadyClock>();
+        PrepareText();
         auto display = CreateDisplay(*clock);
         desktop = new Desktop(std::move(display), std::move(clock));
     }
