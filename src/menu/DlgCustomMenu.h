@@ -98,7 +98,7 @@ private:
     void LoadLevel2(MenuItem* pItem, const CString& strPath);
     void LoadRow(const CIniDocument& index, MenuItem* pGroup, const CString& strPath, int number);
     void LoadIcon(CGPMenuButton& button, const CString& path);
-    static void ReadProfileText(const CString& path, MenuItem* pItem);
+    void ReadProfileText(const CString& path, MenuItem* pItem);
     void InsertItem(std::unique_ptr<MenuItem> pItem);
     void RemoveItem(const CString& strKey);
     [[nodiscard]] int MostRowsOf(const CString& strFolder) const;
@@ -140,6 +140,7 @@ private:
     int m_iVisibleRows = 11;
     int m_iRowAdjust = 0;  ///< Correction of the number of rows for the number of groups.
     CString m_strPath;
+    CString m_strProfile;          // the one being read; its memory serves for all
     std::size_t m_nIconBytes = 0;  // of all entries' icons, as they are kept
 };
 

@@ -2,7 +2,6 @@
 #include "platform/core/File.h"
 #include "platform/core/FolderSnapshot.h"
 #include "platform/core/Path.h"
-#include "platform/core/StdioFile.h"
 #include "storage/IniDocument.h"
 #include "storage/Log.h"
 
@@ -25,7 +24,7 @@ constexpr std::size_t kMostIconBytes = std::size_t{96} * 1024 * 1024;
 constexpr int kGroupsOfFullMenu = 20;
 
 CString KeyOf(int id) {
-    return Format("%d", id);
+    return std::to_string(id);
 }
 
 MenuItem* Find(const MenuItemMap& items, int id) {
@@ -124,7 +123,7 @@ void CDlgCustomMenu::LoadLevel1() {
 
 void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProfiles, int number) {
     const int top = 2 + 30 * number;
-    CString strName = index.Get(kSection, Format("%d", number), "");
+    CString strName = index.Get(kSection, std::to_string(number), "");
     const bool isMarked = strName.ends_with('*');
     strName.erase(strName.find_last_not_of('*') + 1);
 
@@ -183,7 +182,7 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
     pItem->m_iIndex = number;
     pItem->m_iParentID = pGroup->m_iID;
     pItem->m_pParent = pGroup;
-    pItem->m_strXml = index.Get(kSection, Format("%d", number), "");
+    pItem->m_strXml = index.Get(kSection, std::to_string(number), "");
     pItem->m_strPng = index.Get(kSection, pItem->m_strXml, "");
 
     pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, {155, top, 505, top + 50});
@@ -218,20 +217,19 @@ void CDlgCustomMenu::LoadIcon(CGPMenuButton& button, const CString& path) {
 
 /// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.
 void CDlgCustomMenu::ReadProfileText(const CString& path, MenuItem* pItem) {
-    CStdioFile file;
-    if (!file.Open(path, CStdioFile::modeReadWrite)) {
+    if (!ReadFileStart(path, FileAccess::ReadWrite, m_strProfile, kMostProfileBytes)) {
         return;
     }
-    file.LimitReading(kMostProfileBytes);
-    int hits = 0;
-    for (CString line; hits < 2 && file.ReadString(line);) {
-        const std::string_view text = Trim(line);
-        if (TakeValue(text, "<ProfileName value=\"", pItem->m_strName) ||
-            TakeValue(text, "<ProfileComment value=\"", pItem->m_strComment)) {
+    std::string_view rest = m_strProfile;
+    for (int hits = 0; hits < 2 && !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = Trim(rest.substr(0, end));
+        if (TakeValue(line, "<ProfileName value=\"", pItem->m_strName) ||
+            TakeValue(line, "<ProfileComment value=\"", pItem->m_strComment)) {
             ++hits;
         }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    file.Close();
 }
 
 /// Two groups of one name give the same ids; the later entry then takes the place of the earlier one.

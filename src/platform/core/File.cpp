@@ -4,9 +4,22 @@
 #include "platform/core/FileHandle.h"
 #include "platform/core/PathResolver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veldan {
+
+namespace {
+
+/// Reads the first bytes into a string, whose memory serves again. False leaves it empty.
+bool ReadStart(const OpenedFile& file, CString& bytes, std::int64_t most) {
+    bytes.resize(static_cast<std::size_t>(std::min<std::int64_t>(file.status.st_size, most)));
+    const std::optional<std::size_t> count = file.handle.ReadAt(0, bytes);
+    bytes.resize(count.value_or(0));
+    return count.has_value();
+}
+
+}  // namespace
 
 PathKind QueryPath(std::string_view path) {
     const std::optional<ResolvedPath> resolved = ResolvePath(path);
@@ -29,17 +42,17 @@ bool FileExists(std::string_view path) {
 
 bool ReadWholeFile(std::string_view path, CString& bytes, std::int64_t limit) {
     const OpenedFile file = OpenRegularFile(path, FileAccess::Read);
-    if (!file.handle.IsOpen() || file.status.st_size > limit) {
+    CString content;
+    if (!file.handle.IsOpen() || file.status.st_size > limit || !ReadStart(file, content, limit)) {
         return false;
     }
-    CString content(static_cast<std::size_t>(file.status.st_size), '\0');
-    const std::optional<std::size_t> count = file.handle.ReadAt(0, content);
-    if (!count) {
-        return false;
-    }
-    content.resize(*count);
     bytes = std::move(content);
     return true;
+}
+
+bool ReadFileStart(std::string_view path, FileAccess access, CString& bytes, std::int64_t most) {
+    const OpenedFile file = OpenRegularFile(path, access);
+    return file.handle.IsOpen() && ReadStart(file, bytes, most);
 }
 
 bool DeleteFile(std::string_view path) {

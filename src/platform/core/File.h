@@ -28,6 +28,20 @@ enum class PathKind {
 /// Reads a regular file whole. False if that fails or the file is larger than `limit` bytes; `bytes` is then unchanged.
 [[nodiscard]] VELDAN_PLATFORM_API bool ReadWholeFile(std::string_view path, CString& bytes, std::int64_t limit);
 
+/// What a file is opened for.
+enum class FileAccess {
+    Read,
+    /// Also for writing, in place; fails on a file without any write bit, whoever runs the process.
+    ReadWrite,
+    /// As before, with every write at the file's end; creates the file if it is missing.
+    Append,
+};
+
+/// Reads the first bytes of a regular file that can be opened for `access`, all of them where there are no more than
+/// `most`. False if that fails. The memory of `bytes` serves again, and it holds nothing of use after a failure.
+[[nodiscard]] VELDAN_PLATFORM_API bool ReadFileStart(std::string_view path, FileAccess access, CString& bytes,
+                                                     std::int64_t most);
+
 /// Replaces or creates a file, whole or not at all: whatever ends the process, the old content or the new one stands
 /// there, never a part. A replaced file keeps its mode. False for a file without any write bit, a missing folder, a
 /// target that is no regular file, and a name that holds any of `< > : " | ? *` or a control character.

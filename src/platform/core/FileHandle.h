@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/core/File.h"
+
 #include <cerrno>
 #include <cstdint>
 #include <optional>
@@ -48,14 +50,6 @@ public:
 
 private:
     int m_file = -1;
-};
-
-enum class FileAccess {
-    Read,
-    /// Also for writing, in place; fails on a file without any write bit, whoever runs the process.
-    ReadWrite,
-    /// As before, with every write at the file's end; creates the file if it is missing.
-    Append,
 };
 
 struct OpenedFile {

@@ -14,11 +14,35 @@
 
 namespace veldan {
 
+/// The names in one folder. Mostly just one is looked for in all of the listing's life, so that they are only walked
+/// through at first; who looks for more has them sorted.
+class FolderNames {
+public:
+    explicit FolderNames(const CString& folder);
+
+    /// The spelling of `name`; empty where no name matches.
+    [[nodiscard]] std::string_view Find(std::string_view name);
+
+private:
+    static constexpr int kWalks = 2;
+
+    template <class See>
+    void ForEach(See see) const;
+    void SortByKey();
+
+    CString m_strNames;  // each with a NUL behind it
+    int m_nLookups = 0;
+    /// By the hash of their case-less keys, which is enough to have few to compare.
+    std::unordered_multimap<std::size_t, std::string_view> m_mapByKey;
+};
+
 /// The names in the folders that were listed so far.
 class FolderListings {
 public:
-    /// The spelling of `name` in a folder; null where no name matches.
-    [[nodiscard]] const CString* FindName(const CString& folder, std::string_view name);
+    /// The spelling of `name` in a folder; empty where no name matches.
+    [[nodiscard]] std::string_view FindName(const CString& folder, std::string_view name) {
+        return m_mapNames.try_emplace(folder, folder).first->second.Find(name);
+    }
 
     /// The spelling of a folder's path; nothing where there is no such folder.
     [[nodiscard]] std::optional<CString> FindFolder(const CString& path);
@@ -29,12 +53,7 @@ public:
     }
 
 private:
-    /// Names by the hash of their case-less keys, which is enough to have few to compare.
-    using Names = std::unordered_multimap<std::size_t, CString>;
-
-    [[nodiscard]] const Names& NamesOf(const CString& folder);
-
-    std::unordered_map<CString, Names> m_mapNames;
+    std::unordered_map<CString, FolderNames> m_mapNames;
     std::unordered_map<CString, std::optional<CString>> m_mapFolders;
 };
 
@@ -75,6 +94,20 @@ std::size_t HashOf(const CString& key) {
     return std::hash<CString>()(key);
 }
 
+char FoldAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// Whether a name has this case-less key. Most names are told from it by their letters without making their own key.
+bool IsSameFolded(std::string_view name, std::string_view key) {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    const auto [inName, inKey] = std::ranges::mismatch(name, key, {}, FoldAscii, FoldAscii);
+    if ((inName == name.end() || isAscii(*inName)) && (inKey == key.end() || isAscii(*inKey))) {
+        return inName == name.end() && inKey == key.end();
+    }
+    return FoldCase(name) == key;
+}
+
 bool IsFolder(const CString& path) {
     struct stat status = {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -82,33 +115,45 @@ bool IsFolder(const CString& path) {
 
 }  // namespace
 
-const FolderListings::Names& FolderListings::NamesOf(const CString& folder) {
-    const auto [entry, bNew] = m_mapNames.try_emplace(folder);
-    if (!bNew) {
-        return entry->second;
-    }
+FolderNames::FolderNames(const CString& folder) {
     const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(folder.c_str()), closedir);
     while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
-        const std::string_view name = pEntry->d_name;
-        entry->second.emplace(HashOf(FoldCase(name)), name);
+        m_strNames.append(pEntry->d_name).push_back('\0');
     }
-    return entry->second;
 }
 
-const CString* FolderListings::FindName(const CString& folder, std::string_view name) {
-    const CString* pBest = nullptr;
-    const CString key = FoldCase(name);
-    const auto [begin, end] = NamesOf(folder).equal_range(HashOf(key));
-    for (auto it = begin; it != end; ++it) {
-        const CString& candidate = it->second;
-        if (candidate == name) {
-            return &candidate;
-        }
-        if (FoldCase(candidate) == key && (!pBest || candidate < *pBest)) {
-            pBest = &candidate;
-        }
+template <class See>
+void FolderNames::ForEach(See see) const {
+    for (std::size_t start = 0; start < m_strNames.size();) {
+        const std::string_view name = m_strNames.c_str() + start;
+        see(name);
+        start += name.size() + 1;
     }
-    return pBest;
+}
+
+void FolderNames::SortByKey() {
+    ForEach([this](std::string_view name) { m_mapByKey.emplace(HashOf(FoldCase(name)), name); });
+}
+
+std::string_view FolderNames::Find(std::string_view name) {
+    const CString key = FoldCase(name);
+    std::string_view best;
+    const auto look = [&](std::string_view candidate) {
+        // Its own spelling is the best of all, else the smallest.
+        if (best != name && IsSameFolded(candidate, key) && (candidate == name || best.empty() || candidate < best)) {
+            best = candidate;
+        }
+    };
+    if (++m_nLookups <= kWalks) {
+        ForEach(look);
+        return best;
+    }
+    if (m_mapByKey.empty()) {
+        SortByKey();
+    }
+    const auto [begin, end] = m_mapByKey.equal_range(HashOf(key));
+    std::for_each(begin, end, [&](const auto& entry) { look(entry.second); });
+    return best;
 }
 
 std::optional<CString> FolderListings::FindFolder(const CString& path) {
@@ -121,9 +166,9 @@ std::optional<CString> FolderListings::FindFolder(const CString& path) {
     } else if (path != "/" && path != ".") {
         const PathParts parts = Split(path);
         const std::optional<CString> parent = FindFolder(CString(parts.folder));
-        const CString* pName = parent ? FindName(*parent, parts.name) : nullptr;
-        if (pName && IsFolder(Join(*parent, *pName))) {
-            found = Join(*parent, *pName);
+        const std::string_view name = parent ? FindName(*parent, parts.name) : std::string_view();
+        if (!name.empty() && IsFolder(Join(*parent, name))) {
+            found = Join(*parent, name);
         }
     }
     m_mapFolders.emplace(path, found);
@@ -154,15 +199,16 @@ std::optional<ResolvedPath> ResolvePath(std::string_view path) {
     if (!folder) {
         return std::nullopt;
     }
-    const CString* pName = listings.FindName(*folder, parts.name);
-    resolved.strPath = Join(*folder, pName ? *pName : parts.name);
+    const std::string_view found = listings.FindName(*folder, parts.name);
+    const std::string_view name = found.empty() ? parts.name : found;
+    resolved.strPath = Join(*folder, name);
     resolved.strFolder = std::move(*folder);
     if (bare.size() == given.size()) {
-        resolved.strName = pName ? *pName : parts.name;
+        resolved.strName = name;
     } else {
         resolved.strPath += '/';
     }
-    resolved.bExists = pName && stat(resolved.strPath.c_str(), &resolved.status) == 0;
+    resolved.bExists = !found.empty() && stat(resolved.strPath.c_str(), &resolved.status) == 0;
     return resolved;
 }
 
