@@ -45,7 +45,7 @@ const std::shared_ptr<Surface>& Desktop::SurfaceOf(HWND window) {
     const WindowRecord& topLevel = *m_table.Find(TopLevelOf(window));
     std::shared_ptr<Surface>& surface = topLevel.topLevel->surface;
     if (!surface) {
-        surface = std::make_shared<Surface>(topLevel.rect.Width(), topLevel.rect.Height());
+        surface = m_display->MakeSurface(topLevel.handle.Value(), topLevel.rect.Size());
     }
     return surface;
 }

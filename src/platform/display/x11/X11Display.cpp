@@ -115,6 +115,13 @@ void X11Display::GiveBackFocus() {
     m_focus.GiveBack();
 }
 
+std::shared_ptr<Surface> X11Display::MakeSurface(TopLevelId id, CSize size) {
+    const X11PipeGuard guard;
+    X11TopLevel* topLevel = Living(id);
+    std::shared_ptr<Surface> surface = topLevel ? topLevel->MakeSurface(m_upload, size) : nullptr;
+    return surface ? surface : Display::MakeSurface(id, size);
+}
+
 void X11Display::Present(TopLevelId id, const Surface& pixels, const Region& dirty) {
     const X11PipeGuard guard;
     if (X11TopLevel* topLevel = Living(id)) topLevel->Present(m_upload, pixels, dirty);

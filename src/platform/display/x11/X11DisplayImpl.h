@@ -41,6 +41,7 @@ public:
     void TakeFocus(TopLevelId id) override;
     void GiveBackFocus() override;
 
+    [[nodiscard]] std::shared_ptr<Surface> MakeSurface(TopLevelId id, CSize size) override;
     void Present(TopLevelId id, const Surface& pixels, const Region& dirty) override;
 
     void SetCursor(TopLevelId id, CursorShape shape) override;

@@ -1,6 +1,7 @@
 #include "platform/display/x11/X11Pixmap.h"
 
 #include "platform/display/x11/X11Upload.h"
+#include "platform/draw/Surface.h"
 
 namespace veldan {
 
@@ -9,7 +10,8 @@ X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t 
     const auto width = static_cast<std::uint16_t>(size.cx);
     const auto height = static_cast<std::uint16_t>(size.cy);
     if (m_connection.Features().sharedPixmaps && m_upload.IsShared()) {
-        m_memory.emplace(m_connection, sizeof(std::uint32_t) * width * height, X11SharedMemory::Access::Write);
+        m_memory = std::make_shared<X11SharedMemory>(m_connection, sizeof(std::uint32_t) * width * height,
+                                                     X11SharedMemory::Access::Write);
     }
     if (m_memory && m_memory->Exists()) {
         xcb_shm_create_pixmap(m_connection.Get(), m_id, window, width, height, m_connection.Depth(), m_memory->Id(), 0);
@@ -24,15 +26,20 @@ X11Pixmap::~X11Pixmap() {
     xcb_free_pixmap(m_connection.Get(), m_id);
 }
 
-// The server may show a part of the picture while it is written. What is seen then is half old, half new, and whole
-// with the request that follows.
+std::shared_ptr<Surface> X11Pixmap::MakeSurface() const {
+    if (!m_memory || m_connection.Depth() == 32) return nullptr;
+    return std::make_shared<Surface>(m_size.cx, m_size.cy, std::shared_ptr<std::uint32_t[]>(m_memory, Pixels()));
+}
+
 void X11Pixmap::Copy(const Surface& from, const CRect& area) {
     if (!m_memory) {
         m_upload.Copy(from, area, m_id);
-        return;
+    } else if (from.Row(0) != Pixels()) {
+        // The server may show a part of the picture meanwhile. What is seen then is half old, half new, and whole with
+        // the request that follows.
+        std::uint32_t* to = Pixels() + std::ptrdiff_t{area.top} * m_size.cx + area.left;
+        CopyOpaque(from, area, m_connection.Depth(), to, m_size.cx);
     }
-    auto* pixels = reinterpret_cast<std::uint32_t*>(m_memory->Bytes().data());
-    CopyOpaque(from, area, m_connection.Depth(), pixels + std::ptrdiff_t{area.top} * m_size.cx + area.left, m_size.cx);
 }
 
 }  // namespace veldan

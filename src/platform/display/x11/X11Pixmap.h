@@ -2,7 +2,7 @@
 
 #include "platform/display/x11/X11SharedMemory.h"
 
-#include <optional>
+#include <memory>
 
 namespace veldan {
 
@@ -21,16 +21,20 @@ public:
     [[nodiscard]] xcb_pixmap_t Id() const { return m_id; }
     [[nodiscard]] CSize Size() const { return m_size; }
 
+    /// A surface on the picture's own pixels; null where they can't be reached, or need their alpha set.
+    [[nodiscard]] std::shared_ptr<Surface> MakeSurface() const;
     /// Takes over the pixels in `area`, which lies within the surface; the surface is as large as the picture. Never
     /// waits.
     void Copy(const Surface& from, const CRect& area);
 
 private:
+    [[nodiscard]] std::uint32_t* Pixels() const { return reinterpret_cast<std::uint32_t*>(m_memory->Bytes().data()); }
+
     X11Connection& m_connection;
     X11Upload& m_upload;
     xcb_pixmap_t m_id;
     CSize m_size;
-    std::optional<X11SharedMemory> m_memory;
+    std::shared_ptr<X11SharedMemory> m_memory;  // null where the picture is the server's alone
 };
 
 }  // namespace veldan

@@ -165,13 +165,22 @@ void X11TopLevel::SetCursor(xcb_cursor_t cursor) {
     xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_CURSOR, &cursor);
 }
 
+void X11TopLevel::MakePixmap(X11Upload& upload, CSize size) {
+    m_pixmap.emplace(m_connection, upload, m_window, size);
+    m_isPixmapNew = true;
+}
+
+std::shared_ptr<Surface> X11TopLevel::MakeSurface(X11Upload& upload, CSize size) {
+    if (size.cx <= 0 || size.cy <= 0) return nullptr;
+    MakePixmap(upload, size);
+    return m_pixmap->MakeSurface();
+}
+
 void X11TopLevel::Present(X11Upload& upload, const Surface& pixels, const Region& dirty) {
     if (pixels.Bounds().IsEmpty()) return;
     Region area = dirty;
-    if (!m_pixmap || m_pixmap->Size() != pixels.Bounds().Size()) {
-        m_pixmap.emplace(m_connection, upload, m_window, pixels.Bounds().Size());
-        area = Region(pixels.Bounds());
-    }
+    if (!m_pixmap || m_pixmap->Size() != pixels.Bounds().Size()) MakePixmap(upload, pixels.Bounds().Size());
+    if (std::exchange(m_isPixmapNew, false)) area = Region(pixels.Bounds());
     area.Intersect(pixels.Bounds());
     const auto rects = area.Rects();
     if (rects.empty()) return;

@@ -34,6 +34,8 @@ public:
     void SetVisible(bool visible);
     void Restack(xcb_stack_mode_t mode, xcb_window_t sibling);
     void SetCursor(xcb_cursor_t cursor);
+    /// Null where the server takes only copies.
+    [[nodiscard]] std::shared_ptr<Surface> MakeSurface(X11Upload& upload, CSize size);
     void Present(X11Upload& upload, const Surface& pixels, const Region& dirty);
 
     // News of a managed window.
@@ -53,6 +55,7 @@ private:
     void Create();
     void SetHints();
     void SetSizeHints();
+    void MakePixmap(X11Upload& upload, CSize size);
     void SetAtom(X11Atom property, X11Atom value);
 
     X11Connection& m_connection;
@@ -62,6 +65,7 @@ private:
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
     std::optional<X11Pixmap> m_pixmap;  // what was presented last
+    bool m_isPixmapNew = false;         // nothing was presented yet
     bool m_isVisible = false;
     bool m_isViewable = false;
     Place m_place = Place::Known;
