@@ -2,6 +2,7 @@
 
 #include "controls/FrozenSurface.h"
 #include "platform/draw/Graphics.h"
+#include "platform/draw/Region.h"
 #include "platform/draw/Surface.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ void CGPFrozenState::Keep(const CDC& picture, std::shared_ptr<const CDC> pBackgr
         if (!rect.IsEmpty()) {
             Box& box = m_pContent->boxes[i];
             box.rect = rect;
-            MakeSurface(box.dc, picture, rect.Size());
+            box.dc.Attach(CreateSurfaceDC(Surface::MakeUnset(rect.Size()), {}, Region(rect.Offset(-rect.TopLeft()))));
             box.dc.BitBlt(0, 0, rect.Width(), rect.Height(), &picture, rect.left, rect.top, SRCCOPY);
         }
     }

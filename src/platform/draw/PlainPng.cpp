@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -97,10 +98,11 @@ std::uint8_t Paeth(int left, int above, int corner) {
 // Adds to each byte what `guess` makes of its neighbours: the same channel to the left, above, and above to the left.
 template <class Guess>
 void Add(Bytes row, const std::uint8_t* above, Guess guess) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        const int left = i < kPixel ? 0 : row[i - kPixel];
-        const int corner = i < kPixel ? 0 : above[i - kPixel];
-        row[i] = static_cast<std::uint8_t>(row[i] + guess(left, int{above[i]}, corner));
+    for (std::size_t i = 0; i < kPixel; ++i) {
+        row[i] = static_cast<std::uint8_t>(row[i] + guess(0, int{above[i]}, 0));
+    }
+    for (std::size_t i = kPixel; i < row.size(); ++i) {
+        row[i] = static_cast<std::uint8_t>(row[i] + guess(int{row[i - kPixel]}, int{above[i]}, int{above[i - kPixel]}));
     }
 }
 
@@ -113,7 +115,7 @@ bool Unfilter(int filter, Bytes row, const std::uint8_t* above) {
             Add(row, above, [](int left, int, int) { return left; });
             return true;
         case 2:
-            Add(row, above, [](int, int up, int) { return up; });
+            std::transform(row.begin(), row.end(), above, row.begin(), std::plus<std::uint8_t>());
             return true;
         case 3:
             Add(row, above, [](int left, int up, int) { return (left + up) / 2; });
@@ -156,15 +158,15 @@ std::unique_ptr<Surface> DecodePlainPng(std::string_view bytes) {
     if (height > kMostData / (length + 1)) {
         return nullptr;
     }
-    std::vector<std::uint8_t> rows(height * (length + 1));
-    auto surface = std::make_unique<Surface>(file->size.cx, file->size.cy);
-    if (surface->Bounds().IsEmpty() || !Inflate(file->data, rows)) {
+    // A row of zeros stands above the first.
+    std::vector<std::uint8_t> rows(length + height * (length + 1));
+    if (!Inflate(file->data, Bytes(rows).subspan(length))) {
         return nullptr;
     }
-    const std::vector<std::uint8_t> nothing(length);
-    const std::uint8_t* above = nothing.data();
+    auto surface = std::make_unique<Surface>(file->size.cx, file->size.cy);
+    const std::uint8_t* above = rows.data();
     for (int y = 0; y < surface->Height(); ++y) {
-        std::uint8_t* filter = rows.data() + static_cast<std::size_t>(y) * (length + 1);
+        std::uint8_t* filter = rows.data() + length + static_cast<std::size_t>(y) * (length + 1);
         if (!Unfilter(*filter, {filter + 1, length}, above)) {
             return nullptr;
         }

@@ -20,6 +20,12 @@ Surface::Surface(int width, int height) : m_width(std::max(width, 0)), m_height(
 Surface::Surface(int width, int height, std::shared_ptr<std::uint32_t[]> pixels)
     : m_width(width), m_height(height), m_pixels(std::move(pixels)) {}
 
+std::shared_ptr<Surface> Surface::MakeUnset(CSize size) {
+    const auto count = static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
+    std::shared_ptr<std::uint32_t[]> pixels(new (std::nothrow) std::uint32_t[count]);
+    return pixels ? std::make_shared<Surface>(size.cx, size.cy, std::move(pixels)) : std::make_shared<Surface>(0, 0);
+}
+
 Surface::~Surface() {
     if (m_cairo) {
         // Somebody may still hold a reference, and must not reach for the pixels any more.

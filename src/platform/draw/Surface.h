@@ -20,6 +20,8 @@ public:
     Surface(int width, int height);
     /// On memory of somebody else's, for as many pixels, of which it keeps its share.
     Surface(int width, int height, std::shared_ptr<std::uint32_t[]> pixels);
+    /// With pixels of any values, which the caller sets at once.
+    [[nodiscard]] static std::shared_ptr<Surface> MakeUnset(CSize size);
     ~Surface();
     Surface(const Surface&) = delete;
     Surface& operator=(const Surface&) = delete;

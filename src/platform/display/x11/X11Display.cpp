@@ -78,6 +78,8 @@ void X11Display::SetVisible(TopLevelId id, bool visible) {
         m_focus.OnShow(*topLevel);
     } else {
         OnHidden(*topLevel);
+        // The server takes it off the screen while the caller sees to the rest.
+        xcb_flush(m_connection->Get());
     }
     m_outside.SetActive(m_windows.IsAnyVisible());
 }
