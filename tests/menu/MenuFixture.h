@@ -4,34 +4,12 @@
 #include "support/DesktopFixture.h"
 #include "veldan/veldan.h"
 
+#include "menu/HostWnd.h"
 #include "menu/ProfileTree.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace veldan {
-
-constexpr UINT kPickMessage = 7000;
-
-/// A host's window, which writes down what was picked.
-class HostWnd : public CWnd {
-public:
-    std::vector<CString> picks;
-    std::function<void()> onPick;
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == kPickMessage) {
-            EXPECT_EQ(wParam, 0U);
-            picks.emplace_back(reinterpret_cast<const char*>(lParam));
-            if (onPick) {
-                onPick();
-            }
-            return 0;
-        }
-        return CWnd::WindowProc(message, wParam, lParam);
-    }
-};
 
 /// A host's window to the right, and room for the menu beside it.
 class MenuTest : public DesktopTest {

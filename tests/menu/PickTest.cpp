@@ -107,43 +107,6 @@ TEST_F(PickTest, TheMenuOutlivesItsOwnerUntilRelease) {
     EXPECT_EQ(TheDesktop().WindowCount(), 0U);
 }
 
-TEST_F(PickTest, TheHostMayReleaseTheMenuInItsHandler) {
-    InitAndShow();
-    m_host.onPick = [] { VELDAN_ReleaseProfileMenus(); };
-    PickRow(0);
-    EXPECT_EQ(g_pMenuDialog, nullptr);
-    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
-    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
-}
-
-TEST_F(PickTest, TheHostMayMakeAnotherMenuInItsHandler) {
-    InitAndShow();
-    m_host.onPick = [this] {
-        VELDAN_ReleaseProfileMenus();
-        InitAndShow();
-    };
-    PickRow(0);
-    ASSERT_NE(g_pMenuDialog, nullptr);
-    EXPECT_TRUE(Menu().IsWindowVisible());
-    m_host.onPick = nullptr;
-    PickRow(1);
-    EXPECT_EQ(m_host.picks.size(), 2U);
-    EXPECT_FALSE(Menu().IsWindowVisible());
-}
-
-TEST_F(PickTest, TheHostMayHideMoveOrReloadTheMenuInItsHandler) {
-    InitAndShow();
-    m_host.onPick = [this] {
-        VELDAN_HideProfileMenus();
-        VELDAN_ShowProfileMenus(&m_host, 50, 50, kPickMessage);
-        Menu().ReloadCatalogue();
-    };
-    PickRow(0);
-    EXPECT_EQ(m_host.picks.size(), 1U);
-    EXPECT_FALSE(Menu().IsWindowVisible());
-    EXPECT_THAT(Menu().Recent().m_arrXml, ElementsAre("p0.xml"));
-}
-
 /// Loses the activation's news and releases the menu in it.
 class ReleasingHost : public HostWnd {
 protected:

@@ -1,4 +1,5 @@
 #include "menu/DlgCustomMenu.h"
+#include "menu/HostWnd.h"
 #include "menu/ProfileTree.h"
 #include "support/Stage.h"
 #include "veldan/veldan.h"
@@ -8,34 +9,13 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace veldan {
 
 namespace {
 
-constexpr UINT kPickMessage = 7000;
 constexpr std::uint32_t kSkin = 0x6f3217;
 constexpr std::uint32_t kHoverSkin = 0xb3410f;
 constexpr std::uint32_t kIcon = 0x0000c8;
-
-class Host : public CWnd {
-public:
-    std::vector<CString> picks;
-    std::function<void()> onPick;
-
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message >= kPickMessage && message < kPickMessage + 10) {
-            picks.push_back(Format("%u ", message - kPickMessage) + reinterpret_cast<const char*>(lParam));
-            if (onPick) {
-                onPick();
-            }
-            return 0;
-        }
-        return CWnd::WindowProc(message, wParam, lParam);
-    }
-};
 
 }  // namespace
 
@@ -50,7 +30,7 @@ protected:
         m_tree.Fill("Recent", 0);
         m_stage = Stage::Make(GetParam());
         ASSERT_TRUE(m_stage);
-        m_host = std::make_unique<Host>();
+        m_host = std::make_unique<HostWnd>();
         m_host->CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {620, 60, 960, 460}, {}, 0);
         m_stage->LetFramesSettle();
         VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
@@ -84,10 +64,40 @@ protected:
     [[nodiscard]] CString HostPath(const CString& file) const {
         return ToHostPath(m_tree.Base() + "/Profiles/" + file);
     }
+    /// Opens a group anew on the shown menu; the files of its first rows that are there, of three at the most.
+    [[nodiscard]] std::vector<CString> RowsOf(int group) {
+        Show();
+        OpenGroup(4);
+        OpenGroup(group);
+        std::vector<CString> files;
+        for (int row = 0; row < 3 && !FileAt(row).empty(); ++row) {
+            files.push_back(FileAt(row));
+        }
+        return files;
+    }
+    void PickRow(int group, int row) {
+        Show();
+        OpenGroup(group);
+        m_stage->Click(Row(row));
+    }
+    /// Fills a group and shows the menu that was made anew from it.
+    void Refill(const CString& group, int count, const CString& stem) {
+        m_tree.Fill(group, count, stem);
+        g_pMenuDialog->ReloadCatalogue();
+    }
+    [[nodiscard]] CString IndexFile(const CString& group = "Recent") const { return m_tree.Read(group + "/order.ini"); }
+    /// The index that names these profiles.
+    [[nodiscard]] static CString IndexOf(const std::vector<CString>& stems) {
+        std::vector<TreeEntry> entries;
+        for (const CString& stem : stems) {
+            entries.push_back({stem + ".xml", stem + ".png"});
+        }
+        return ProfileTree::Index(entries);
+    }
 
     ProfileTree m_tree;
     std::unique_ptr<Stage> m_stage;
-    std::unique_ptr<Host> m_host;
+    std::unique_ptr<HostWnd> m_host;
     CPoint m_at{60, 60};
 };
 
@@ -161,7 +171,7 @@ TEST_P(MenuScenario, StripsScrollAndTellTheirLimits) {
 TEST_P(MenuScenario, APickTellsTheHostEntersRecentAndClosesTheMenu) {
     OpenGroup(1);
     m_stage->Click(Row(1));
-    ASSERT_EQ(m_host->picks, std::vector{"0 " + HostPath("Films/f1.xml")});
+    ASSERT_EQ(m_host->picks, std::vector{HostPath("Films/f1.xml")});
     EXPECT_FALSE(IsShown());
     m_stage->Wait(20);
     EXPECT_NE(m_stage->Seen(Group(4) + CPoint{40, 0}), kSkin);
@@ -169,7 +179,7 @@ TEST_P(MenuScenario, APickTellsTheHostEntersRecentAndClosesTheMenu) {
     Show();
     OpenGroup(0);
     m_stage->Click(Row(0));
-    EXPECT_EQ(m_host->picks.back(), "0 " + HostPath("Recent/f1.xml")) << "a recent pick is its own copy";
+    EXPECT_EQ(m_host->picks.back(), HostPath("Recent/f1.xml")) << "a recent pick is its own copy";
 }
 
 TEST_P(MenuScenario, TheLatestShowCountsAndALaterInitDoesNot) {
@@ -179,7 +189,8 @@ TEST_P(MenuScenario, TheLatestShowCountsAndALaterInitDoesNot) {
     EXPECT_EQ(m_stage->Seen(m_at), 0x000000U);
     OpenGroup(2);
     m_stage->Click(Row(0));
-    EXPECT_EQ(m_host->picks, std::vector{"3 " + HostPath("Music/m0.xml")});
+    EXPECT_EQ(m_host->picks, std::vector{HostPath("Music/m0.xml")});
+    EXPECT_EQ(m_host->lastMessage, kPickMessage + 3);
 }
 
 TEST_P(MenuScenario, TheHostMayReplaceTheMenuInsideItsPick) {
@@ -187,17 +198,118 @@ TEST_P(MenuScenario, TheHostMayReplaceTheMenuInsideItsPick) {
         VELDAN_ReleaseProfileMenus();
         VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
     };
-    OpenGroup(1);
-    m_stage->Click(Row(0));
+    PickRow(1, 0);
     EXPECT_EQ(m_host->picks.size(), 1U);
     EXPECT_FALSE(IsShown());
-    EXPECT_EQ(m_tree.Read("Recent/order.ini").find("f0.xml"), CString::npos) << "the rest of that pick is left undone";
+    EXPECT_EQ(IndexFile(), IndexOf({})) << "the rest of that pick is left undone";
+    m_host->onPick = [this] {
+        VELDAN_ReleaseProfileMenus();
+        VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
+        Show();
+    };
+    PickRow(1, 0);
+    EXPECT_TRUE(IsShown());
     m_host->onPick = [] { VELDAN_ReleaseProfileMenus(); };
-    Show();
-    OpenGroup(2);
-    m_stage->Click(Row(1));
-    EXPECT_EQ(m_host->picks.back(), "0 " + HostPath("Music/m1.xml"));
+    PickRow(2, 1);
+    EXPECT_EQ(m_host->picks.back(), HostPath("Music/m1.xml"));
     EXPECT_EQ(g_pMenuDialog, nullptr);
+    EXPECT_EQ(Desktop::Get().WindowCount(), 1U);
+}
+
+TEST_P(MenuScenario, APickIsEnteredWhateverTheHostCallsInsideIt) {
+    const std::pair<const char*, std::function<void()>> calls[] = {
+        {"Hide", [] { VELDAN_HideProfileMenus(); }},
+        {"Hide and Show elsewhere",
+         [this] {
+             VELDAN_HideProfileMenus();
+             m_at = {90, 30};
+             Show();
+         }},
+        {"a reload", [] { g_pMenuDialog->ReloadCatalogue(); }},
+    };
+    std::vector<CString> entered;
+    for (const auto& [name, call] : calls) {
+        SCOPED_TRACE(name);
+        m_host->onPick = call;
+        entered.push_back(Format("f%zu", entered.size()));
+        PickRow(1, static_cast<int>(entered.size()) - 1);
+        EXPECT_EQ(m_host->picks.size(), entered.size());
+        EXPECT_FALSE(IsShown());
+        EXPECT_EQ(IndexFile(), IndexOf(entered));
+        EXPECT_TRUE(m_stage->Eventually([this] { return m_stage->Seen(Group(5)) != kSkin; }));
+    }
+    EXPECT_EQ(RowsOf(0), (std::vector<CString>{"f0.xml", "f1.xml", "f2.xml"}));
+}
+
+TEST_P(MenuScenario, APickInsideAPickMayEvictTheOuterRow) {
+    Refill("Recent", 10, "r");
+    m_host->onPick = [this] {
+        if (m_host->picks.size() == 1) {
+            PickRow(1, 0);
+            EXPECT_FALSE(IsShown());
+        }
+    };
+    PickRow(0, 0);
+    EXPECT_EQ(m_host->picks, (std::vector{HostPath("Recent/r0.xml"), HostPath("Films/f0.xml")}));
+    EXPECT_EQ(IndexFile(), IndexOf({"r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "f0"}));
+    EXPECT_FALSE(m_tree.Names("Recent").contains("r0.xml"));
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(RowsOf(0), (std::vector<CString>{"r1.xml", "r2.xml", "r3.xml"}));
+}
+
+TEST_P(MenuScenario, ARowWhoseEntryGoesFromTheFileInsideItsPickKeepsItsCopy) {
+    Refill("Recent", 3, "r");
+    const CString copy = m_tree.Read("Recent/r1.xml");
+    m_host->onPick = [this] { m_tree.Write("Recent/order.ini", IndexOf({"r2"})); };
+    PickRow(0, 1);
+    EXPECT_EQ(IndexFile(), IndexOf({"r2", "r1"}));
+    EXPECT_EQ(m_tree.Read("Recent/r1.xml"), copy);
+    EXPECT_EQ(RowsOf(0), (std::vector<CString>{"r2.xml", "r1.xml"}));
+}
+
+TEST_P(MenuScenario, ARowThatGoesInsideItsPickLeavesNothingBehind) {
+    for (const auto& [group, id] : {std::pair{"Recent", 0}, std::pair{"UserDefine", 5}}) {
+        SCOPED_TRACE(group);
+        Refill(group, 1, "x");
+        m_host->picks.clear();
+        m_host->onPick = [] { g_pMenuDialog->RemoveProfileByFile("x0.xml"); };
+        PickRow(id, 0);
+        EXPECT_EQ(m_host->picks.size(), 1U);
+        EXPECT_FALSE(IsShown());
+        EXPECT_EQ(IndexFile(group), IndexOf({}));
+        EXPECT_EQ(IndexFile(), IndexOf({})) << "it is no recent profile either";
+        EXPECT_EQ(RowsOf(id), std::vector<CString>{});
+        m_stage->Click(Row(0));
+        EXPECT_EQ(m_host->picks.size(), 1U) << "where it was is nothing";
+    }
+}
+
+TEST_P(MenuScenario, AHostMayDestroyItsWindowInsideItsPick) {
+    HostWnd other;
+    other.CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {620, 500, 960, 740}, {}, 0);
+    m_stage->LetFramesSettle();
+    VELDAN_ShowProfileMenus(&other, m_at.x, m_at.y, kPickMessage);
+    other.onPick = [&other] { other.DestroyWindow(); };
+    OpenGroup(1);
+    m_stage->Click(Row(0));
+    EXPECT_EQ(other.picks.size(), 1U);
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(IndexFile(), IndexOf({"f0"}));
+    EXPECT_EQ(RowsOf(0), std::vector<CString>{"f0.xml"});
+}
+
+TEST_P(MenuScenario, AnOwnerDestroyedInsideThePickTakesTheMenuAlong) {
+    Refill("Recent", 2, "r");
+    m_host->onPick = [this] { m_host->DestroyWindow(); };
+    PickRow(0, 0);
+    EXPECT_EQ(Desktop::Get().WindowCount(), 0U);
+    EXPECT_TRUE(m_stage->Eventually([this] { return m_stage->Seen(Group(5)) != kSkin; }));
+    m_stage->Click(Row(0));
+    VELDAN_HideProfileMenus();
+    Show();
+    EXPECT_FALSE(IsShown());
+    EXPECT_EQ(m_host->picks.size(), 1U);
+    EXPECT_EQ(IndexFile(), IndexOf({"r0", "r1"}));
 }
 
 TEST_P(MenuScenario, AGroupsClickIsNoPick) {
