@@ -41,15 +41,6 @@ public:
     }
     static void Delete(const CString& strXml) { Menu().RemoveProfileByFile("C:\\Profiles\\UserDefine\\" + strXml); }
 
-    /// The file names of a group's rows in the order of their ids, which have no gaps.
-    [[nodiscard]] static std::vector<CString> Rows(int firstID) {
-        std::vector<CString> names;
-        for (int id = firstID; const MenuItem* pItem = Menu().FindLevel2Item(id); ++id) {
-            names.push_back(pItem->m_strXml);
-        }
-        return names;
-    }
-
 private:
     std::unique_ptr<HostWnd> m_pHost;
 };

@@ -42,8 +42,9 @@ TEST(ManyPicksTest, ListRowsAndFilesAgreeAfterEachAndMemoryStays) {
         }
         EXPECT_EQ(tree.Read("Recent/order.ini"), ListedTree::IndexOf(expected));
         EXPECT_EQ(tree.Names("Recent"), FilesOf(expected));
-        EXPECT_EQ(Actor::Rows(kFirstRecentID), expected);
+        EXPECT_EQ(RowsFrom(kFirstRecentID), expected);
         EXPECT_EQ(Actor::Menu().Recent().m_iCount, std::ssize(expected));
+        EXPECT_EQ(Actor::Menu().Recent().m_arrIDs.back(), kFirstRecentID + expected.size() - 1);
         if (i == 500) {
             used = mallinfo2().uordblks;
         }

@@ -47,7 +47,7 @@ TEST_F(NamesTest, EveryNameThatAnIndexCanHoldIsKeptExactly) {
     PickAll(xmls);
     EXPECT_EQ(m_tree.Read("Recent/order.ini"), ListedTree::IndexOf(xmls));
     EXPECT_EQ(m_tree.HarmIn("Recent"), "");
-    EXPECT_EQ(Actor::Rows(kFirstRecentID), xmls);
+    EXPECT_EQ(RowsFrom(kFirstRecentID), xmls);
     for (const CString& strXml : xmls) {
         Actor::Delete(strXml);
     }
@@ -64,7 +64,7 @@ TEST_F(NamesTest, NamesThatTakeTheirIconsKeyAwayKeepTheirRowsAndHarmNoOther) {
                         filled.end());
     Fill(filled);
     PickAll(xmls);
-    EXPECT_EQ(Actor::Rows(kFirstRecentID), xmls);
+    EXPECT_EQ(RowsFrom(kFirstRecentID), xmls);
     const int last = kFirstRecentID + 6;
     EXPECT_EQ(Actor::Menu().FindLevel2Item(last)->m_strPng, "p1.png");
     EXPECT_EQ(Actor::Menu().FindLevel2Item(kFirstRecentID + 1)->m_strPng, "");
@@ -73,7 +73,7 @@ TEST_F(NamesTest, NamesThatTakeTheirIconsKeyAwayKeepTheirRowsAndHarmNoOther) {
     }
     Actor::Delete("[header].xml");
     Actor::Delete("a=b.xml");
-    EXPECT_THAT(Actor::Rows(kFirstRecentID), ElementsAre("p0.xml", ";comment.xml", "Num=7.xml", "2=x.xml", "p1.xml"));
+    EXPECT_THAT(RowsFrom(kFirstRecentID), ElementsAre("p0.xml", ";comment.xml", "Num=7.xml", "2=x.xml", "p1.xml"));
     EXPECT_TRUE(m_tree.Has("Recent/p0.png"));
 }
 
@@ -85,9 +85,9 @@ TEST_F(NamesTest, NamesThatAreKeysThemselvesLeaveTheOtherRows) {
     for (const CString& strXml : xmls) {
         Actor::Menu().AddUserDefine(strXml);
     }
-    EXPECT_EQ(Actor::Rows(kFirstUserDefineID), xmls);
+    EXPECT_EQ(RowsFrom(kFirstUserDefineID), xmls);
     Actor::Delete("0");
-    EXPECT_THAT(Actor::Rows(kFirstUserDefineID), ElementsAre("p0.xml", "1", "Num", "p1.xml"));
+    EXPECT_THAT(RowsFrom(kFirstUserDefineID), ElementsAre("p0.xml", "1", "Num", "p1.xml"));
 }
 
 TEST_F(NamesTest, NamesThatLeadElsewhereTouchNothingThere) {

@@ -183,15 +183,6 @@ TEST_F(CatalogueTest, NamesAreShownAsTheyStandInTheFile) {
     EXPECT_EQ(Item(1003).m_strName, "");
 }
 
-TEST_F(CatalogueTest, SpellingOfFoldersAndFilesDoesNotMatter) {
-    m_tree.Groups({"MOVIES"});
-    m_tree.Fill("Movies", 1);
-    m_tree.Write("Movies/order.ini", ProfileTree::Index({{"P0.XML", "P0.PNG"}}));
-    Init();
-    EXPECT_EQ(Item(1000).m_strName, "Name p0");
-    EXPECT_TRUE(Item(1000).m_pButton->HasImage());
-}
-
 TEST_F(CatalogueTest, FilesThatAreNoneGiveASmallerMenu) {
     m_tree.Groups({"A", "B"});
     m_tree.Fill("A", 3);

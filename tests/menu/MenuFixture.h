@@ -11,6 +11,15 @@
 
 namespace veldan {
 
+/// The file names of a group's rows in the order of their ids, which have no gaps.
+[[nodiscard]] inline std::vector<CString> RowsFrom(int firstID) {
+    std::vector<CString> names;
+    for (int id = firstID; const MenuItem* pItem = g_pMenuDialog->FindLevel2Item(id); ++id) {
+        names.push_back(pItem->m_strXml);
+    }
+    return names;
+}
+
 /// A host's window to the right, and room for the menu beside it.
 class MenuTest : public DesktopTest {
 protected:

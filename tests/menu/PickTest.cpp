@@ -25,37 +25,6 @@ protected:
     }
 };
 
-TEST_F(PickTest, TheHostGetsThePathBeforeAnythingElseChanges) {
-    InitAndShow();
-    m_host.onPick = [&] {
-        EXPECT_TRUE(Menu().IsWindowVisible());
-        EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
-    };
-    PickRow(2);
-    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/p2.xml")));
-    EXPECT_EQ(m_host.picks[0].find('/'), CString::npos);
-    EXPECT_EQ(m_tree.Read("Movies/p2.xml"), m_tree.Read("Recent/p2.xml"));
-    EXPECT_FALSE(Menu().IsWindowVisible());
-}
-
-TEST_F(PickTest, AClickOnAGroupPicksNothing) {
-    InitAndShow();
-    Person().Click(GroupPoint(0));
-    EXPECT_TRUE(Menu().IsWindowVisible());
-    EXPECT_THAT(m_host.picks, IsEmpty());
-    EXPECT_EQ(Menu().SendMessage(kMsgItemClick, 4000), 1);
-    EXPECT_EQ(Menu().SendMessage(kMsgItemClick, kAddButtonID), 1);
-}
-
-TEST_F(PickTest, ASecondInitChangesNothing) {
-    InitAndShow();
-    const CDlgCustomMenu* pMenu = &Menu();
-    VELDAN_InitProfileMenus(nullptr, "/nowhere");
-    EXPECT_EQ(pMenu, &Menu());
-    PickRow(0);
-    EXPECT_THAT(m_host.picks, ElementsAre(HostPath("Movies/p0.xml")));
-}
-
 TEST_F(PickTest, CallsWithoutAMenuDoNothing) {
     Show();
     VELDAN_HideProfileMenus();
@@ -67,17 +36,6 @@ TEST_F(PickTest, CallsWithoutAMenuDoNothing) {
     EXPECT_EQ(g_pMenuDialog, nullptr);
     EXPECT_EQ(g_pCurrentMenu, nullptr);
     EXPECT_EQ(TheDesktop().WindowCount(), 1U);
-}
-
-TEST_F(PickTest, TheLatestShowTellsWhoHearsOfThePick) {
-    HostWnd other;
-    other.CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {1500, 0, 1600, 100}, {}, 0);
-    Person().Settle();
-    InitAndShow();
-    VELDAN_ShowProfileMenus(&other, kMenuAt.x, kMenuAt.y, kPickMessage);
-    PickRow(1);
-    EXPECT_THAT(m_host.picks, IsEmpty());
-    EXPECT_EQ(other.picks.size(), 1U);
 }
 
 TEST_F(PickTest, AHostThatIsGoneHearsNothing) {

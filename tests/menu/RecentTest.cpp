@@ -1,6 +1,4 @@
-#include "menu/MenuFixture.h"
-
-#include <gmock/gmock.h>
+#include "menu/ListsFixture.h"
 
 #include <sys/stat.h>
 
@@ -12,38 +10,15 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-/// "A" has twelve profiles with the ids 1000 to 1011, "B" two with the same file names as its first.
-class RecentTest : public MenuTest {
-protected:
-    RecentTest() {
-        m_tree.Groups({"A", "Recent", "B", "D", "E", "F"});
-        m_tree.Fill("A", 12);
-        m_tree.Fill("B", 2);
-        m_tree.Fill("Recent", 0);
-        Init();
-    }
-    [[nodiscard]] static std::vector<CString> Rows() {
-        std::vector<CString> names;
-        for (int id = kFirstRecentID; const MenuItem* pItem = Menu().FindLevel2Item(id); ++id) {
-            names.push_back(pItem->m_strXml);
-        }
-        return names;
-    }
-    [[nodiscard]] CString IndexFile() const { return m_tree.Read("Recent/order.ini"); }
-    void Pick(int first, int count) {
-        for (int id = first; id < first + count; ++id) {
-            Menu().AddRecent(id);
-        }
-    }
-};
+using RecentTest = ListsTest;
 
 TEST_F(RecentTest, APickIsCopiedAndEnteredLast) {
     Pick(1000, 2);
-    EXPECT_EQ(IndexFile(),
+    EXPECT_EQ(RecentIndex(),
               "\xef\xbb\xbf[Order]\r\nNum=2\r\n0=p0.xml\r\np0.xml=p0.png\r\n1=p1.xml\r\np1.xml=p1.png\r\n");
     EXPECT_EQ(m_tree.Read("Recent/p1.xml"), m_tree.Read("A/p1.xml"));
     EXPECT_EQ(m_tree.Read("Recent/p1.png"), m_tree.Read("A/p1.png"));
-    EXPECT_THAT(Rows(), ElementsAre("p0.xml", "p1.xml"));
+    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml", "p1.xml"));
     EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "Name p1");
     EXPECT_FALSE(Menu().FindLevel2Item(4551)->m_pButton->IsWindowVisible());
 }
@@ -51,24 +26,14 @@ TEST_F(RecentTest, APickIsCopiedAndEnteredLast) {
 TEST_F(RecentTest, AProfileThatIsThereKeepsItsPlaceAndItsCopy) {
     Pick(1000, 2);
     const CString strCopy = m_tree.Read("Recent/p0.xml");
-    const CString strIndex = IndexFile();
+    const CString strIndex = RecentIndex();
     m_tree.Write("A/p0.xml", "changed");
-    Menu().AddRecent(1000);
+    Pick(1000);
     // The one of another group with the same file name, and the row of the copy itself.
-    Menu().AddRecent(1012);
-    Menu().AddRecent(4550);
-    EXPECT_EQ(IndexFile(), strIndex);
+    Pick(1012);
+    Pick(4550);
+    EXPECT_EQ(RecentIndex(), strIndex);
     EXPECT_EQ(m_tree.Read("Recent/p0.xml"), strCopy);
-}
-
-TEST_F(RecentTest, TheEleventhPickDropsTheOldestWithItsFiles) {
-    Pick(1000, 11);
-    EXPECT_EQ(Menu().Recent().m_iCount, 10);
-    EXPECT_THAT(Rows(), ElementsAre("p1.xml", "p2.xml", "p3.xml", "p4.xml", "p5.xml", "p6.xml", "p7.xml", "p8.xml",
-                                    "p9.xml", "p10.xml"));
-    EXPECT_EQ(Menu().Recent().m_arrIDs.back(), 4559U);
-    EXPECT_EQ(m_tree.Names("Recent").size(), 21U);
-    EXPECT_THAT(m_tree.Names("Recent"), Not(Contains("p0.xml")));
 }
 
 TEST_F(RecentTest, AListMadeLongerByHandKeepsItsLength) {
@@ -78,10 +43,10 @@ TEST_F(RecentTest, AListMadeLongerByHandKeepsItsLength) {
     }
     m_tree.Write("Recent/order.ini", ProfileTree::Index(entries));
     m_tree.Write("Recent/x.png", "icon");
-    Menu().AddRecent(1000);
+    Pick(1000);
     EXPECT_EQ(Menu().Recent().Size(), 60);
     EXPECT_EQ(Menu().Recent().m_arrXml.front(), "x1.xml");
-    EXPECT_EQ(Rows().size(), 50U);
+    EXPECT_EQ(RecentRows().size(), 50U);
     EXPECT_THAT(m_tree.Names("Recent"), Contains("x.png"));
 }
 
@@ -101,19 +66,10 @@ TEST_F(RecentTest, AnEntryWithoutItsFilesIsOneAllTheSame) {
     m_tree.Write("Recent/p0.png", "left behind");
     std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.xml");
     std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.png");
-    Menu().AddRecent(1000);
-    EXPECT_THAT(Rows(), ElementsAre("p0.xml"));
+    Pick(1000);
+    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml"));
     EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
     EXPECT_FALSE(Menu().FindLevel2Item(4550)->m_pButton->HasImage());
-}
-
-TEST_F(RecentTest, ARowWhoseEntryIsGoneKeepsItsOnlyCopy) {
-    Pick(1000, 2);
-    const CString strCopy = m_tree.Read("Recent/p0.xml");
-    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=0\r\n");
-    Menu().AddRecent(4550);
-    EXPECT_EQ(m_tree.Read("Recent/p0.xml"), strCopy);
-    EXPECT_THAT(Rows(), ElementsAre("p0.xml"));
 }
 
 TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
@@ -121,18 +77,18 @@ TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
     m_tree.Write("Recent/order.ini",
                  ProfileTree::Index({{"p2.xml", "p2.png"}, {"p1.xml", "p1.png"}, {"p0.xml", "p0.png"}}));
     Menu().DeleteRecent(4550);
-    EXPECT_THAT(Rows(), ElementsAre("p1.xml", "p0.xml"));
+    EXPECT_THAT(RecentRows(), ElementsAre("p1.xml", "p0.xml"));
     EXPECT_THAT(m_tree.Names("Recent"), Contains("p2.xml"));
     EXPECT_THAT(m_tree.Names("Recent"), Contains("p0.xml"));
     Menu().DeleteRecent(4559);
     EXPECT_EQ(Menu().Recent().m_iCount, 2);
-    EXPECT_THAT(Rows(), ElementsAre("p1.xml", "p0.xml"));
+    EXPECT_THAT(RecentRows(), ElementsAre("p1.xml", "p0.xml"));
 }
 
 TEST_F(RecentTest, CopiesOfReadOnlyProfilesAreReadOnly) {
     chmod((m_tree.Folder() / "Profiles/A/p0.xml").c_str(), 0444);
-    Menu().AddRecent(1000);
-    EXPECT_THAT(Rows(), ElementsAre("p0.xml"));
+    Pick(1000);
+    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml"));
     EXPECT_EQ(Menu().FindLevel2Item(4550)->m_strName, "");
     Menu().DeleteRecent(4550);
     EXPECT_THAT(m_tree.Names("Recent"), Contains("p0.xml"));

@@ -1,6 +1,4 @@
-#include "menu/MenuFixture.h"
-
-#include <gmock/gmock.h>
+#include "menu/ListsFixture.h"
 
 namespace veldan {
 namespace {
@@ -10,49 +8,26 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class UserDefineTest : public MenuTest {
-protected:
-    UserDefineTest() {
-        m_tree.Groups({"A", "Recent", "UserDefine"});
-        m_tree.Fill("A", 2);
-        m_tree.Write("UserDefine/large_Default.png", ProfileTree::Icon(RGB(1, 1, 1)));
-        std::filesystem::create_directories(m_tree.Folder() / "Profiles/Recent");
-        Init();
-    }
-    /// What the editor does.
-    void Add(const CString& strName) {
-        m_tree.Write("UserDefine/" + strName, ProfileTree::Profile(strName, "mine"));
-        Menu().AddUserDefine(strName);
-    }
-    [[nodiscard]] static std::vector<CString> RowsFrom(int first) {
-        std::vector<CString> names;
-        for (int id = first; const MenuItem* pItem = Menu().FindLevel2Item(id); ++id) {
-            names.push_back(pItem->m_strXml);
-        }
-        return names;
-    }
-    [[nodiscard]] static std::vector<CString> Rows() { return RowsFrom(kFirstUserDefineID); }
-    [[nodiscard]] static std::vector<CString> RecentRows() { return RowsFrom(kFirstRecentID); }
-};
+using UserDefineTest = ListsTest;
 
 TEST_F(UserDefineTest, ANewProfileIsTheLastRowWithTheSharedIcon) {
     Add("A-1.xml");
     Add("B-1.xml");
-    EXPECT_EQ(m_tree.Read("UserDefine/order.ini"),
+    EXPECT_EQ(OwnIndex(),
               "\xef\xbb\xbf[Order]\r\nNum=2\r\n0=A-1.xml\r\nA-1.xml=large_DefaultN.png\r\n1=B-1.xml\r\n"
               "B-1.xml=large_DefaultN.png\r\n");
-    EXPECT_THAT(Rows(), ElementsAre("A-1.xml", "B-1.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("A-1.xml", "B-1.xml"));
     EXPECT_TRUE(Menu().FindLevel2Item(4601)->m_pButton->HasImage());
     EXPECT_EQ(m_tree.Read("UserDefine/large_DefaultN.png"), m_tree.Read("UserDefine/large_Default.png"));
 }
 
 TEST_F(UserDefineTest, ANameThatIsThereOnlyRenewsTheIcon) {
     Add("A-1.xml");
-    const CString strIndex = m_tree.Read("UserDefine/order.ini");
+    const CString strIndex = OwnIndex();
     const MenuItem* pRow = Menu().FindLevel2Item(4600);
     m_tree.Write("UserDefine/large_DefaultN.png", "spoilt");
     Add("A-1.xml");
-    EXPECT_EQ(m_tree.Read("UserDefine/order.ini"), strIndex);
+    EXPECT_EQ(OwnIndex(), strIndex);
     EXPECT_EQ(Menu().FindLevel2Item(4600), pRow);
     EXPECT_EQ(m_tree.Read("UserDefine/large_DefaultN.png"), m_tree.Read("UserDefine/large_Default.png"));
 }
@@ -60,17 +35,16 @@ TEST_F(UserDefineTest, ANameThatIsThereOnlyRenewsTheIcon) {
 TEST_F(UserDefineTest, ADeletedProfileTakesItsFilesAndItsRecentEntryAlong) {
     Add("A-1.xml");
     Add("B-1.xml");
-    Menu().AddRecent(4600);
-    Menu().AddRecent(4601);
+    Pick(4600, 2);
     EXPECT_EQ(Menu().RemoveProfileByFile("x\\y/A-1.xml"), 1);
-    EXPECT_THAT(Rows(), ElementsAre("B-1.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("B-1.xml"));
     EXPECT_THAT(RecentRows(), ElementsAre("B-1.xml"));
     EXPECT_THAT(m_tree.Names("UserDefine"),
                 ElementsAre("B-1.xml", "large_Default.png", "large_DefaultN.png", "order.ini"));
     EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("B-1.xml", "large_DefaultN.png", "order.ini"));
     EXPECT_THAT(Menu().UserDefine().m_arrXml, ElementsAre("B-1.xml"));
     Menu().RemoveProfileByFile("B-1.xml");
-    EXPECT_EQ(m_tree.Read("UserDefine/order.ini"), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
+    EXPECT_EQ(OwnIndex(), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
     EXPECT_THAT(m_tree.Names("UserDefine"), ElementsAre("large_Default.png", "order.ini"));
     EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
 }
@@ -80,16 +54,15 @@ TEST_F(UserDefineTest, IdsBehindADeletedEntryFall) {
         Add(pszName);
     }
     Menu().DeleteUserDefine(4600);
-    EXPECT_THAT(Rows(), ElementsAre("B.xml", "C.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("B.xml", "C.xml"));
     EXPECT_THAT(Menu().UserDefine().m_arrIDs, ElementsAre(4600U, 4601U));
-    EXPECT_NE(m_tree.Read("UserDefine/order.ini").find("1=C.xml"), CString::npos);
+    EXPECT_NE(OwnIndex().find("1=C.xml"), CString::npos);
     Menu().DeleteUserDefine(4607);
-    EXPECT_THAT(Rows(), ElementsAre("B.xml", "C.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("B.xml", "C.xml"));
 }
 
 TEST_F(UserDefineTest, ADeleteByNameAlsoTakesARecentEntryOfAnotherGroup) {
-    Menu().AddRecent(1000);
-    Menu().AddRecent(1001);
+    Pick(1000, 2);
     Menu().RemoveProfileByFile("p0.xml");
     EXPECT_THAT(RecentRows(), ElementsAre("p1.xml"));
     EXPECT_THAT(m_tree.Names("A"), Contains("p0.xml"));
@@ -97,11 +70,11 @@ TEST_F(UserDefineTest, ADeleteByNameAlsoTakesARecentEntryOfAnotherGroup) {
 
 TEST_F(UserDefineTest, ADeleteIsTheFirstActionOfANewMenuToo) {
     Add("A-1.xml");
-    Menu().AddRecent(4600);
+    Pick(4600);
     VELDAN_ReleaseProfileMenus();
     Init();
     Menu().RemoveProfileByFile("A-1.xml");
-    EXPECT_THAT(Rows(), IsEmpty());
+    EXPECT_THAT(OwnRows(), IsEmpty());
     EXPECT_THAT(RecentRows(), IsEmpty());
 }
 
@@ -110,9 +83,9 @@ TEST_F(UserDefineTest, AllBlankRowsGoTogetherAndNothingElse) {
     m_tree.Write("UserDefine/order.ini", "[Order]\r\nNum=5\r\n2=A-1.xml\r\nA-1.xml=large_DefaultN.png\r\n");
     m_tree.Write("Recent/order.ini", "[Order]\r\nNum=3\r\n");
     Menu().ReloadCatalogue();
-    EXPECT_EQ(Rows().size(), 5U);
+    EXPECT_EQ(OwnRows().size(), 5U);
     Menu().RemoveProfileByFile(m_tree.Base() + "/Profiles/UserDefine/");
-    EXPECT_THAT(Rows(), ElementsAre("A-1.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("A-1.xml"));
     EXPECT_THAT(RecentRows(), IsEmpty());
     EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml"));
 }
@@ -123,11 +96,11 @@ TEST_F(UserDefineTest, WithoutTheGroupTheIndexIsKeptAllTheSame) {
     Init();
     ASSERT_EQ(Menu().GetUserDefineGroupID(), -1);
     Add("A-1.xml");
-    EXPECT_THAT(Rows(), IsEmpty());
-    EXPECT_NE(m_tree.Read("UserDefine/order.ini").find("0=A-1.xml"), CString::npos);
+    EXPECT_THAT(OwnRows(), IsEmpty());
+    EXPECT_NE(OwnIndex().find("0=A-1.xml"), CString::npos);
     Menu().OnSmallMenuButtonItemChange(static_cast<WPARAM>(Menu().GetUserDefineGroupID()), 0);
     Menu().RemoveProfileByFile("A-1.xml");
-    EXPECT_EQ(m_tree.Read("UserDefine/order.ini"), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
+    EXPECT_EQ(OwnIndex(), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
     // No row tells that the file was the entry's.
     EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml"));
 }
@@ -153,9 +126,9 @@ TEST_F(UserDefineTest, AnIndexThatCannotBeReadIsNotWrittenOver) {
 TEST_F(UserDefineTest, NamesThatDifferInCaseShareTheirFile) {
     Add("a.xml");
     Add("A.XML");
-    EXPECT_EQ(Rows().size(), 2U);
+    EXPECT_EQ(OwnRows().size(), 2U);
     Menu().RemoveProfileByFile("A.XML");
-    EXPECT_THAT(Rows(), ElementsAre("a.xml"));
+    EXPECT_THAT(OwnRows(), ElementsAre("a.xml"));
     EXPECT_THAT(m_tree.Names("UserDefine"), Contains("a.xml"));
 }
 

@@ -108,6 +108,7 @@ INSTANTIATE_TEST_SUITE_P(Displays, MenuScenario,
 TEST_P(MenuScenario, RestingOnAGroupOpensIt) {
     EXPECT_EQ(m_stage->Seen(m_at), 0x000000U) << "the frame";
     EXPECT_EQ(m_stage->Seen(m_at + CPoint{300, 100}), kSkin);
+    EXPECT_EQ(IconSeen(0), kSkin) << "nothing is open yet";
     OpenGroup(1);
     EXPECT_EQ(m_stage->Seen(Group(1) + CPoint{40, 0}), kHoverSkin);
     EXPECT_EQ(IconSeen(0), kIcon);
@@ -115,9 +116,10 @@ TEST_P(MenuScenario, RestingOnAGroupOpensIt) {
     OpenGroup(4);
     EXPECT_EQ(m_stage->Seen(Group(1) + CPoint{40, 0}), kSkin);
     EXPECT_EQ(IconSeen(0), kSkin) << "a group without profiles";
-    OpenGroup(3);
-    EXPECT_EQ(IconSeen(1), kIcon);
-    EXPECT_EQ(IconSeen(2), kSkin);
+    EXPECT_EQ(RowsOf(3), (std::vector<CString>{"p0.xml", "p1.xml"}));
+    m_stage->Move(m_at + CPoint{-20, -20});
+    m_stage->Wait(20);
+    EXPECT_EQ(m_stage->Seen(Group(3) + CPoint{40, 0}), kHoverSkin) << "it stays open";
 }
 
 TEST_P(MenuScenario, ARestedRowLooksSelectedUntilAnother) {
@@ -132,7 +134,7 @@ TEST_P(MenuScenario, ARestedRowLooksSelectedUntilAnother) {
     EXPECT_EQ(m_stage->Seen(Row(1)), kSkin);
 }
 
-TEST_P(MenuScenario, WheelOverTheRowsScrollsAndOverTheGroupsSlides) {
+TEST_P(MenuScenario, WheelAndStripsScrollTheRowsAndTheWheelOverTheGroupsSlides) {
     OpenGroup(1);
     m_stage->Move(m_at + CPoint{150, 1});
     m_stage->Wheel(-1);
@@ -141,6 +143,10 @@ TEST_P(MenuScenario, WheelOverTheRowsScrollsAndOverTheGroupsSlides) {
     EXPECT_EQ(FileAt(0), "f0.xml") << "no further than the top";
     m_stage->Wheel(-9);
     EXPECT_EQ(FileAt(0), "f4.xml") << "four rows are left";
+    m_stage->Click(m_at + CPoint{330, 174});
+    EXPECT_EQ(FileAt(0), "f4.xml");
+    m_stage->Click(m_at + CPoint{330, 9});
+    EXPECT_EQ(FileAt(0), "f3.xml");
     // A menu that overhangs its owner's bottom is slid up by the wheel's own distance.
     const CRect owner = m_host->GetWindowRect();
     m_at.y = owner.bottom;
@@ -151,34 +157,19 @@ TEST_P(MenuScenario, WheelOverTheRowsScrollsAndOverTheGroupsSlides) {
     EXPECT_EQ(g_pMenuDialog->OpenGroupID(), 4001);
 }
 
-TEST_P(MenuScenario, StripsScrollAndTellTheirLimits) {
-    OpenGroup(1);
-    const CPoint up = m_at + CPoint{330, 9};
-    const CPoint down = m_at + CPoint{330, 174};
-    m_stage->Click(up);
-    EXPECT_EQ(FileAt(0), "f0.xml");
-    m_stage->Click(down);
-    EXPECT_EQ(FileAt(0), "f1.xml");
-    m_stage->Click(down);
-    m_stage->Wait(10);
-    m_stage->Click(up);
-    EXPECT_EQ(FileAt(0), "f1.xml");
-    OpenGroup(2);
-    OpenGroup(1);
-    EXPECT_EQ(FileAt(0), "f1.xml") << "each group keeps its place";
-}
-
 TEST_P(MenuScenario, APickTellsTheHostEntersRecentAndClosesTheMenu) {
-    OpenGroup(1);
-    m_stage->Click(Row(1));
+    m_host->onPick = [this] {
+        EXPECT_TRUE(IsShown()) << "the host hears first";
+        EXPECT_EQ(IndexFile(), IndexOf({}));
+    };
+    PickRow(1, 1);
+    m_host->onPick = nullptr;
     ASSERT_EQ(m_host->picks, std::vector{HostPath("Films/f1.xml")});
     EXPECT_FALSE(IsShown());
     m_stage->Wait(20);
     EXPECT_NE(m_stage->Seen(Group(4) + CPoint{40, 0}), kSkin);
-    EXPECT_EQ(m_tree.Read("Recent/order.ini").find("0=f1.xml\r\n") != CString::npos, true);
-    Show();
-    OpenGroup(0);
-    m_stage->Click(Row(0));
+    EXPECT_EQ(IndexFile(), IndexOf({"f1"}));
+    PickRow(0, 0);
     EXPECT_EQ(m_host->picks.back(), HostPath("Recent/f1.xml")) << "a recent pick is its own copy";
 }
 
