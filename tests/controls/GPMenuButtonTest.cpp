@@ -270,15 +270,6 @@ TEST_F(GPMenuButtonTest, ACallbackMayDeleteTheButton) {
     EXPECT_EQ(TheDesktop().WindowCount(), 1U);
 }
 
-TEST_F(GPMenuButtonTest, AClicksHandlerMayDeleteTheButton) {
-    auto pRow = MakeRow();
-    m_parent.actAt = kMsgItemClick;
-    m_parent.action = [&](ProbeWnd&) { pRow.reset(); };
-    Person().Click(PointOn(*pRow));
-    EXPECT_EQ(pRow, nullptr);
-    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
-}
-
 TEST_F(GPMenuButtonTest, ARowWithoutSizeIsHarmless) {
     const auto pRow = MakeRow(1000, 100, {0, 0});
     MakeUsual(*pRow);

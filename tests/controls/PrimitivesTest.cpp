@@ -1,55 +1,23 @@
-#include "controls/ColorMatrices.h"
 #include "controls/ControlFixture.h"
 #include "controls/FrozenSurface.h"
 #include "controls/GPMemDC.h"
 #include "controls/GPResourceImage.h"
+#include "draw/Canvas.h"
 #include "platform/resource/Resource.h"
 #include "resources/Dialogs.h"
 
 namespace veldan {
 namespace {
 
-/// A memory context of its own pixels.
-class Canvas : public CDC {
-public:
-    Canvas(int width, int height) {
-        m_bitmap.CreateCompatibleBitmap(nullptr, width, height);
-        CreateCompatibleDC(nullptr);
-        SelectObject(&m_bitmap);
-    }
-    [[nodiscard]] std::uint32_t At(int x, int y) const { return m_bitmap.GetSurface()->At(x, y) & 0xffffff; }
-
-private:
-    CBitmap m_bitmap;
-};
-
-/// What becomes of one colour.
-std::uint32_t Through(const ColorMatrix& matrix, std::uint32_t pixel) {
-    Surface surface(1, 1);
-    surface.Row(0)[0] = pixel;
-    ApplyColorMatrix(surface, matrix);
-    return surface.At(0, 0);
-}
-
-TEST(ColorMatricesTest, ScaleAndShiftWithinTheRange) {
-    EXPECT_EQ(Through(BrightenMatrix, 0xff000000), 0xff262626U);
-    EXPECT_EQ(Through(BrightenMatrix, 0xffffffff), 0xffffffffU);
-    EXPECT_EQ(Through(DarkenMatrix, 0xff000000), 0xff000000U);
-    EXPECT_NEAR(Through(DarkenMatrix, 0xffffffff) & 0xff, 229.5, 0.5);
-    EXPECT_EQ(Through(GrayMatrix, 0xff0000ff), 0xff1c1c1cU);
-    EXPECT_EQ(Through(GrayMatrix, 0x80000000), 0x80000000U);
-    EXPECT_EQ(Through(BrightenMatrix, 0x00000000), 0U);
-}
-
 TEST(GPMemDCTest, WhatIsDrawnArrivesAtTheEnd) {
     Canvas target(40, 30);
     {
-        CGPMemDC buffer(target, {10, 10, 20, 20});
+        CGPMemDC buffer(target.dc, {10, 10, 20, 20});
         buffer.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
         EXPECT_EQ(target.At(15, 15), 0U);
     }
-    EXPECT_EQ(target.At(10, 10), 0x000009U);
-    EXPECT_EQ(target.At(19, 19), 0x000009U);
+    EXPECT_EQ(target.At(10, 10), 0xff000009);
+    EXPECT_EQ(target.At(19, 19), 0xff000009);
     EXPECT_EQ(target.At(20, 15), 0U);
     EXPECT_EQ(target.At(9, 15), 0U);
 }
@@ -57,10 +25,10 @@ TEST(GPMemDCTest, WhatIsDrawnArrivesAtTheEnd) {
 TEST(GPMemDCTest, NoRectangleMeansAllThatCanBeDrawnOn) {
     Canvas target(40, 30);
     {
-        CGPMemDC buffer(target, {0, 0, 0, 0});
+        CGPMemDC buffer(target.dc, {0, 0, 0, 0});
         buffer.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
     }
-    EXPECT_EQ(target.At(39, 29), 0x000009U);
+    EXPECT_EQ(target.At(39, 29), 0xff000009);
     CDC nothing;
     CGPMemDC quiet(nothing, {0, 0, 0, 0});
     EXPECT_EQ(quiet.GetClipBox(), CRect());
@@ -68,15 +36,15 @@ TEST(GPMemDCTest, NoRectangleMeansAllThatCanBeDrawnOn) {
 
 TEST(GPMemDCTest, APrintersContextIsDrawnOnAtOnceAndStaysOpen) {
     Canvas target(40, 30);
-    target.m_bPrinting = true;
+    target.dc.m_bPrinting = true;
     {
-        CGPMemDC direct(target, {10, 10, 20, 20});
+        CGPMemDC direct(target.dc, {10, 10, 20, 20});
         EXPECT_TRUE(direct.IsPrinting());
         direct.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
-        EXPECT_EQ(target.At(39, 29), 0x000009U);
+        EXPECT_EQ(target.At(39, 29), 0xff000009);
     }
-    target.FillSolidRect({0, 0, 1, 1}, RGB(0, 8, 0));
-    EXPECT_EQ(target.At(0, 0), 0x000800U);
+    target.dc.FillSolidRect({0, 0, 1, 1}, RGB(0, 8, 0));
+    EXPECT_EQ(target.At(0, 0), 0xff000800);
 }
 
 TEST(GPResourceImageTest, HoldsWhatItLoadedLast) {

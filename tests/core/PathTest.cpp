@@ -22,13 +22,6 @@ TEST(Path, HostAndSystemFormsAreEachOthersInverse) {
     EXPECT_EQ(ToSystemPath("\\home\\u\\c\\Profiles\\a.xml"), "/home/u/c/Profiles/a.xml");
 }
 
-TEST(Path, ExecutablePathIsTheProgramWithBackslashes) {
-    const CString path = ExecutablePath();
-    EXPECT_EQ(path.front(), '\\');
-    EXPECT_EQ(path.substr(path.rfind('\\') + 1), "core-test");
-    EXPECT_EQ(QueryPath(path), PathKind::File);
-}
-
 TEST(Path, PlainFileNamesStayInTheirFolder) {
     for (const char* name : {"a.xml", "..a", "a..", " ", "a b", "\u00e4", "a=b", ";a"}) {
         EXPECT_TRUE(IsPlainFileName(name)) << name;

@@ -127,20 +127,6 @@ TEST(StdioFile, WritesLineFeedsAsCrLfAndOnlyAtClose) {
     EXPECT_EQ(folder.Names(), (std::set<CString>{"Order.ini"}));
 }
 
-TEST(StdioFile, AFailedWriteLeavesTheOldFile) {
-    const TempFolder folder;
-    const CString path = folder.Write("a", "old");
-    CStdioFile file;
-    ASSERT_TRUE(file.Open(path, kReplace));
-    file.WriteString("new");
-    {
-        const FaultyFileCalls faulty(FaultyFileCalls::Fault::NoSpace, 1);
-        EXPECT_FALSE(file.Close());
-    }
-    EXPECT_EQ(folder.Read("a"), "old");
-    EXPECT_EQ(folder.Names(), (std::set<CString>{"a"}));
-}
-
 TEST(StdioFile, AppendingAddsInOnePieceAndCreates) {
     const TempFolder folder;
     for (const char* text : {"one\n", "two\n"}) {

@@ -118,15 +118,6 @@ TEST_F(PointerTest, PassesThroughToolTips) {
     EXPECT_EQ(press->window, kMenu);
 }
 
-TEST_F(PointerTest, CursorOfAWindowMayChangeAtAnyTime) {
-    ShowMenu();
-    for (const auto shape : {CursorShape::Hand, CursorShape::Wait, CursorShape::Text, CursorShape::Arrow}) {
-        m_display->SetCursor(kMenu, shape);
-    }
-    m_display->Sync();
-    EXPECT_TRUE(m_display->IsAlive());
-}
-
 class KeysTest : public X11DisplayTest {
 protected:
     // What one key gives while the menu has the focus.

@@ -103,33 +103,6 @@ TEST_F(ConnectionTest, IsClosedInProgramsThatTheHostStarts) {
     EXPECT_NE(fcntl(m_display->Descriptor(), F_GETFD) & FD_CLOEXEC, 0);
 }
 
-TEST_F(ConnectionTest, EndsWithTheDisplayAndItsWindows) {
-    const int unused = dup(m_display->Descriptor());
-    close(unused);
-    for (int round = 0; round < 20; ++round) {
-        m_display = CreateX11Display(m_server.Name().c_str());
-        ASSERT_NE(m_display, nullptr);
-        ShowFocusedMenu();
-        m_display.reset();
-        ASSERT_TRUE(WaitUntil([&] { return WindowOf(kMenu) == 0; }));
-    }
-    m_display = CreateX11Display(m_server.Name().c_str());
-    const int next = dup(m_display->Descriptor());
-    EXPECT_EQ(next, unused) << "no descriptor is left behind";
-    close(next);
-}
-
-TEST(ConnectionWithoutServerTest, GivesNoDisplayAndPrintsNothing) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(CreateX11Display(":4711"), nullptr);
-    EXPECT_EQ(CreateX11Display("no display name"), nullptr);
-    EXPECT_EQ(CreateX11Display("127.0.0.1:4711"), nullptr);
-    unsetenv("DISPLAY");
-    EXPECT_EQ(CreateX11Display(nullptr), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
-}
-
 }  // namespace
 
 }  // namespace veldan

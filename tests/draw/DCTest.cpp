@@ -17,12 +17,6 @@ TEST(DC, StartsABitmapBlackAndFillsOnlyTheRectangle) {
     EXPECT_EQ(canvas.At(5, 7), 0U);
 }
 
-TEST(DC, TakesTheLowByteOfAColourAsRed) {
-    Canvas canvas(1, 1);
-    canvas.dc.FillRect({0, 0, 1, 1}, CBrush(0x17326F));
-    EXPECT_EQ(canvas.At(0, 0), 0xff6f3217);
-}
-
 TEST(DC, FramesInsideOfTheRectangle) {
     Canvas canvas(6, 6);
     canvas.dc.FrameRect({1, 1, 5, 5}, CBrush(kRed));

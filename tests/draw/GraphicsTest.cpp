@@ -198,11 +198,5 @@ TEST(Graphics, RunsAGradientEvenlyDownAndBeginsAnew) {
     EXPECT_EQ(canvas.Count([&](int x, int y) { return canvas.At(x, y) != canvas.At(0, y); }), 0);
 }
 
-TEST(Graphics, FillsWithOneColourWhereBothEndsAreEqual) {
-    Canvas canvas(3, 40);
-    Graphics(canvas.dc).FillVerticalGradient({0, 0, 3, 40}, 20, 0x17326f, 0x17326f);
-    EXPECT_EQ(canvas.Count([&](int x, int y) { return canvas.At(x, y) != 0xff6f3217; }), 0);
-}
-
 }  // namespace
 }  // namespace veldan

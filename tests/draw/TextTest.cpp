@@ -2,13 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <thread>
 
 namespace veldan {
 namespace {
@@ -171,23 +167,6 @@ TEST_F(Text, TakesAnyBytes) {
     canvas.dc.SelectObject(&odd);
     EXPECT_GT(canvas.dc.GetTextExtent("odd").cx, 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST_F(Text, KeepsTheHostsSignalsAndThreads) {
-    sigset_t before;
-    pthread_sigmask(SIG_SETMASK, nullptr, &before);
-    Measure("text");
-    sigset_t after;
-    pthread_sigmask(SIG_SETMASK, nullptr, &after);
-    EXPECT_EQ(sigismember(&after, SIGINT), sigismember(&before, SIGINT));
-    EXPECT_EQ(sigismember(&after, SIGTERM), sigismember(&before, SIGTERM));
-    const auto threads = [] {
-        const std::filesystem::directory_iterator tasks("/proc/self/task");
-        return std::distance(begin(tasks), end(tasks));
-    };
-    while (threads() > 1) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
 }
 
 TEST(TextWithoutFonts, DrawsNothingAndSaysNothing) {

@@ -1,6 +1,5 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "durability/QuickFileCalls.h"
 #include "support/FaultyFileCalls.h"
 
 namespace veldan {
@@ -100,10 +99,11 @@ protected:
         EXPECT_TRUE(Own() == m_ownBefore || Own() == m_ownAfter) << Own();
         EXPECT_EQ(m_tree.HarmIn("Recent"), "");
         EXPECT_EQ(m_tree.HarmIn("UserDefine", false), "");
+        EXPECT_EQ(m_tree.Temporaries(), 0);
     }
 
     void ExpectToSucceedAgain() {
-        const QuickFileCalls calls;
+        const FaultyFileCalls calls;
         Actor::Menu().ReloadCatalogue();
         (GetParam().again ? GetParam().again : GetParam().act)();
         EXPECT_EQ(Recent(), m_recentAfter);

@@ -1,6 +1,6 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "durability/QuickFileCalls.h"
+#include "support/FaultyFileCalls.h"
 
 #include <atomic>
 #include <random>
@@ -96,9 +96,9 @@ protected:
     }
 
     /// Works from a step on until all is done or the process is killed.
-    [[noreturn]] void Work(int first, int fatalChange) {
+    [[noreturn]] void Work(int first, int fatalCall) {
         const Actor actor(m_tree.Base());
-        const QuickFileCalls calls(fatalChange);
+        const testing::FaultyFileCalls calls(testing::FaultyFileCalls::Fault::Killed, fatalCall);
         for (int i = first; i < std::ssize(m_steps); ++i) {
             m_pReport->begun = i + 1;
             const bool isDone = Perform(m_steps[static_cast<std::size_t>(i)]);
@@ -127,18 +127,18 @@ protected:
         return waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid != 0;
     }
 
-    /// Lets a process work until it is killed, at a change of the disk or at any moment. Returns the first step that
+    /// Lets a process work until it is killed, at a call about a file or at any moment. Returns the first step that
     /// isn't done.
     int WorkUntilKilled(int first) {
         m_pReport->begun = m_pReport->done = first;
         m_pReport->leftovers = -1;
-        const int fatalChange = Random(3) == 0 ? 0 : 1 + Random(150);
+        const int fatalCall = Random(3) == 0 ? 0 : 1 + Random(1000);
         const int pause = Random(25'000);
         const pid_t child = fork();
         if (child == 0) {
-            Work(first, fatalChange);
+            Work(first, fatalCall);
         }
-        if (fatalChange == 0) {
+        if (fatalCall == 0) {
             while (m_pReport->begun == first && !HasEnded(child)) {
                 usleep(100);
             }

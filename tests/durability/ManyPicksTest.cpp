@@ -1,6 +1,6 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "durability/QuickFileCalls.h"
+#include "support/FaultyFileCalls.h"
 
 #include <cstdlib>
 
@@ -26,7 +26,7 @@ std::set<CString> FilesOf(const std::vector<CString>& xmls) {
 TEST(ManyPicksTest, ListRowsAndFilesAgreeAfterEachAndMemoryStays) {
     const ListedTree tree;
     Actor actor(tree.Base());
-    const QuickFileCalls calls;
+    const testing::FaultyFileCalls calls;
     std::vector<CString> expected;
     std::size_t used = 0;
     for (int i = 0; i < Picks() && !::testing::Test::HasFailure(); ++i) {

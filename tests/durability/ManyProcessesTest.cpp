@@ -1,6 +1,6 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "durability/QuickFileCalls.h"
+#include "support/FaultyFileCalls.h"
 
 #include <atomic>
 #include <chrono>
@@ -46,7 +46,7 @@ public:
           m_actor(tree.Base()) {}
 
     bool Work() {
-        const QuickFileCalls calls;
+        const testing::FaultyFileCalls calls;
         for (int i = 0; i < Rounds() && m_shared.complaint[0] == '\0'; ++i) {
             const auto begin = std::chrono::steady_clock::now();
             DoSomething(i);

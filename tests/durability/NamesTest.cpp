@@ -1,6 +1,6 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "durability/QuickFileCalls.h"
+#include "support/FaultyFileCalls.h"
 
 #include <gmock/gmock.h>
 
@@ -23,7 +23,7 @@ protected:
         m_pActor = std::make_unique<Actor>(m_tree.Base());
     }
     void PickAll(const std::vector<CString>& xmls) {
-        const QuickFileCalls calls;
+        const testing::FaultyFileCalls calls;
         for (const CString& strXml : xmls) {
             EXPECT_TRUE(Actor::Pick("Movies", strXml)) << strXml;
         }
@@ -81,7 +81,7 @@ TEST_F(NamesTest, NamesThatAreKeysThemselvesLeaveTheOtherRows) {
     const std::vector<CString> xmls = {"p0.xml", "0", "1", "Num", "p1.xml"};
     Fill({"p0.xml", "p1.xml"});
     m_tree.Write("UserDefine/0", ListedTree::Content("0"));
-    const QuickFileCalls calls;
+    const testing::FaultyFileCalls calls;
     for (const CString& strXml : xmls) {
         Actor::Menu().AddUserDefine(strXml);
     }

@@ -49,19 +49,6 @@ protected:
     }
 
     [[nodiscard]] xcb_window_t MenuWindow() const { return m_hand->FindWindow(kMenuTitle); }
-    [[nodiscard]] bool IsMenuGone() const {
-        return WaitUntil([&] { return MenuWindow() == 0; });
-    }
-
-    void ExpectClosedByClickAt(CPoint screen) {
-        m_hand->ClickAt(screen);
-        EXPECT_TRUE(IsMenuGone());
-        EXPECT_NE(m_hand->FindWindow("veldan host"), 0U);
-        m_program->Stop();
-        EXPECT_THAT(m_program->Rest(), IsEmpty());
-        EXPECT_THAT(m_program->Noise(), IsEmpty());
-    }
-
     /// Does something and waits for the rows to look different.
     template <class Act>
     [[nodiscard]] bool RowsChangeBy(Act act) const {
@@ -79,15 +66,6 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(, HostTest, ::testing::Bool(),
                          [](const auto& stage) { return stage.param ? "WithManager" : "Alone"; });
-
-TEST_P(HostTest, MenuStandsExactlyWhereItWasShown) {
-    StartWithMenu();
-
-    const xcb_window_t menu = MenuWindow();
-    EXPECT_EQ(m_hand->RectOf(menu), CRect::FromSize(kMenu, kMenuSize));
-    EXPECT_EQ(m_hand->PropertyOf(menu, "WM_CLASS"), std::string("veldan\0veldan\0", 14));
-    EXPECT_EQ(m_hand->PropertyOf(m_hand->FindWindow("veldan host"), "WM_CLASS"), std::string("veldan\0veldan\0", 14));
-}
 
 TEST_P(HostTest, PickReachesTheHostAndTheDisk) {
     StartWithMenu({"--exit-after-pick"});
@@ -111,11 +89,15 @@ TEST_P(HostTest, PickReachesTheHostAndTheDisk) {
 
 TEST_P(HostTest, MenuIsGoneAfterAPickAndTheNextPickIsTold) {
     StartWithMenu();
+    for (const xcb_window_t window : {MenuWindow(), m_hand->FindWindow("veldan host")}) {
+        EXPECT_EQ(m_hand->PropertyOf(window, "WM_CLASS"), std::string("veldan\0veldan\0", 14));
+    }
+    EXPECT_EQ(m_hand->RectOf(MenuWindow()), CRect::FromSize(kMenu, kMenuSize));
     ASSERT_TRUE(RowsChangeBy([&] { m_hand->Move(kMenu + kLongGroupButton); }));
     m_hand->ClickAt(kMenu + RowPoint(0));
     EXPECT_THAT(m_program->Line(), HasSubstr("picked "));
     EXPECT_THAT(m_program->Line(), HasSubstr("file /"));
-    EXPECT_TRUE(IsMenuGone());
+    EXPECT_TRUE(WaitUntil([&] { return MenuWindow() == 0; }));
 
     const CRect host = m_hand->RectOf(m_hand->FindWindow("veldan host"));
     const CPoint shown = host.TopLeft() + CPoint{24, 102};
@@ -125,16 +107,6 @@ TEST_P(HostTest, MenuIsGoneAfterAPickAndTheNextPickIsTold) {
     EXPECT_EQ(m_hand->RectOf(MenuWindow()).TopLeft(), shown);
     m_hand->ClickAt(shown + RowPoint(1));
     EXPECT_THAT(m_program->Line(), HasSubstr(m_catalogue.Entry(kLongGroup, "1")));
-}
-
-TEST_P(HostTest, ClickOnTheScreenClosesTheMenuAndTellsNothing) {
-    StartWithMenu();
-    ExpectClosedByClickAt({900, 700});
-}
-
-TEST_P(HostTest, ClickOnTheHostsWindowClosesTheMenuAndTellsNothing) {
-    StartWithMenu();
-    ExpectClosedByClickAt({60, 300});
 }
 
 /// The example host without a server.

@@ -123,34 +123,21 @@ TEST_F(LoaderTest, HostThatOnlyPollsMissesNothingAfterAnyCall) {
     ExpectSilentEnd(program);
 }
 
-TEST_F(LoaderTest, CallsReturnWhenTheServerDiedUnnoticed) {
-    XServer server;
-    ASSERT_TRUE(server.IsRunning());
-    Program program(Command({"loss"}), {{"DISPLAY", server.Name()}}, kVoice);
-    ASSERT_EQ(program.Line(), "shown");
-    server.Kill();
-    program.Say("dead");
-    EXPECT_EQ(program.Line(), "quiet");
-    ExpectSilentEnd(program);
-}
-
-TEST_F(LoaderTest, WindowsCountAsHiddenWhenTheServerDied) {
-    XServer server;
-    ASSERT_TRUE(server.IsRunning());
-    Program program(Command({"noticed-loss"}), {{"DISPLAY", server.Name()}}, kVoice);
-    ASSERT_EQ(program.Line(), "shown");
-    server.Kill();
-    program.Say("dead");
-    EXPECT_EQ(program.Line(), "hidden");
-    EXPECT_EQ(program.Line(), "quiet");
-    EXPECT_EQ(program.Line(), "quiet");
-    ExpectSilentEnd(program);
-}
-
-TEST_F(LoaderTest, PickWorksWithoutSharedMemory) {
-    const XServer server(XServerOptions{false, false, {"-extension", "MIT-SHM"}});
-    ASSERT_TRUE(server.IsRunning());
-    ExpectPick({{"DISPLAY", server.Name()}}, "x11");
+TEST_F(LoaderTest, CallsReturnWhenTheServerDiedWhetherThatWasNoticedOrNot) {
+    for (const char* loss : {"loss", "noticed-loss"}) {
+        XServer server;
+        ASSERT_TRUE(server.IsRunning());
+        Program program(Command({loss}), {{"DISPLAY", server.Name()}}, kVoice);
+        ASSERT_EQ(program.Line(), "shown");
+        server.Kill();
+        program.Say("dead");
+        if (loss == std::string_view("noticed-loss")) {
+            EXPECT_EQ(program.Line(), "hidden");
+            EXPECT_EQ(program.Line(), "quiet");
+        }
+        EXPECT_EQ(program.Line(), "quiet");
+        ExpectSilentEnd(program);
+    }
 }
 
 TEST_F(LoaderTest, PickWorksOverTheNetworkAndLocally) {
@@ -158,16 +145,21 @@ TEST_F(LoaderTest, PickWorksOverTheNetworkAndLocally) {
     ASSERT_TRUE(server.IsRunning());
     ExpectPick({{"DISPLAY", server.TcpName()}}, "x11");
     ExpectPick({{"DISPLAY", server.Name()}, {"VELDAN_DISPLAY", "x11"}}, "x11");
+    ExpectPick({{"DISPLAY", server.Name()}, {"VELDAN_DISPLAY", "memory"}}, "memory");
 }
 
-TEST_F(LoaderTest, ServerThatEndsWithItsLastClientLivesOn) {
-    const XServer server(XServerOptions{false, false, {"-terminate"}});
-    ASSERT_TRUE(server.IsRunning());
-    ExpectPick({{"DISPLAY", server.Name()}}, "x11");
+TEST_F(LoaderTest, PickWorksOnServersThatLackMemoryToShareOrEndWithTheirLastClient) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"-extension", "MIT-SHM"}, {"-terminate"}}) {
+        const XServer server(XServerOptions{false, false, arguments});
+        ASSERT_TRUE(server.IsRunning());
+        ExpectPick({{"DISPLAY", server.Name()}}, "x11");
+    }
 }
 
 TEST_F(LoaderTest, MenuStaysInMemoryWhereNoServerAnswers) {
     ExpectPick({}, "memory");
+    ExpectPick({{"DISPLAY", ":987"}, {"VELDAN_DISPLAY", "x11"}}, "memory");
     for (const char* display : {"", ":987", "nowhere", "127.0.0.1:987", "host.invalid:0"}) {
         SCOPED_TRACE(display);
         ExpectPick({{"DISPLAY", display}}, "memory");

@@ -55,22 +55,6 @@ TEST_F(IniDocument, ReadsValuesWithoutTheBlanksAroundThem) {
     EXPECT_EQ(GetFrom("[Order]\n\xFF\xFE=\xE4", "Order", "\xFF\xFE"), "\xE4") << "bytes that are no UTF-8 stay";
 }
 
-TEST_F(IniDocument, TakesOnlyTheFirstSectionAndTheFirstLineOfAKey) {
-    const CString content =
-        "0=before\n[order]\n0=small\n  [ Order ] rest\n;1=comment\n\n0=first\n0=second\n[Next]\n2=other\n[Order]\n3=x";
-    EXPECT_EQ(GetFrom(content, "Order", "0"), "first");
-    EXPECT_EQ(GetFrom(content, "order", "0"), "small");
-    for (const char* key : {"1", ";1", "2", "3"}) {
-        EXPECT_EQ(GetFrom(content, "Order", key), "default") << key;
-    }
-}
-
-TEST_F(IniDocument, MalformedLinesHaveEmptyNames) {
-    EXPECT_EQ(GetFrom("[no end\n0=a", "", "0"), "a");
-    EXPECT_EQ(GetFrom("[Order]\nno sign\n0=a", "Order", ""), "");
-    EXPECT_EQ(GetFrom("[Order]\n=a\nno sign", "Order", ""), "a");
-}
-
 TEST_F(IniDocument, SetChangesItsOwnLineOnly) {
     EXPECT_EQ(AfterSet("; top\r\n[Order]\r\n 0 = a \r\n\r\n  1=b", "Order", "0", "x=y"),
               "; top\r\n[Order]\r\n0=x=y\r\n\r\n  1=b\r\n");

@@ -61,15 +61,6 @@ TEST_F(Log, EveryRecordEndsItsLineOnce) {
     }
 }
 
-TEST_F(Log, RecordsAreAddedInOrderBehindWhatIsThere) {
-    UseFolder();
-    m_folder.Write("veldan.log", "old\r\n");
-    LogMessage({"A", 1}, "first");
-    LogMessage({"B", 2}, "second");
-    EXPECT_THAT(m_folder.Read("veldan.log"),
-                MatchesRegex("old\r\n.*Func=A Line=1 first\r\n.*Func=B Line=2 second\r\n"));
-}
-
 TEST_F(Log, WithoutATargetRecordsAreDroppedWithoutASystemCall) {
     const FaultyFileCalls calls;
     LogMessage({"A", 1}, "%s", "dropped");

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace veldan::testing {
 
@@ -97,6 +99,9 @@ FaultyFileCalls::~FaultyFileCalls() {
 FaultyFileCalls::Fault FaultyFileCalls::NextCall() {
     if (++m_iCalls != m_iFailingCall) {
         return Fault::None;
+    }
+    if (m_fault == Fault::Killed) {
+        kill(getpid(), SIGKILL);
     }
     errno = m_fault == Fault::NoSpace        ? ENOSPC
             : m_fault == Fault::InputOutput  ? EIO

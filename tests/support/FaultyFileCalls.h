@@ -20,6 +20,8 @@ public:
         Short,
         /// The call is interrupted before it did anything.
         Interrupted,
+        /// The process ends instead of the call, as by `kill -9`.
+        Killed,
     };
 
     /// Makes the call number `failingCall`, counted from 1, fail.

@@ -85,19 +85,6 @@ TEST_F(FocusTest, AWindowShownBeforeAnythingWasDispatchedKeepsTheFocus) {
     EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
 }
 
-TEST_F(FocusTest, APressOutsideOrASwitchTakesTheFocusFromTheChild) {
-    ShowForm();
-    m_form.buttons[1].log.clear();
-    Person().Click({1500, 900});
-    EXPECT_EQ(m_form.buttons[1].CountOf(WM_KILLFOCUS), 1);
-    EXPECT_FALSE(TheDesktop().Active());
-    Person().Click({640, 510});
-    EXPECT_EQ(TheDesktop().Active(), m_form.GetSafeHwnd());
-    m_display->FocusForeignWindow(m_display->AddForeignWindow({1000, 0, 1100, 100}));
-    Person().Settle();
-    EXPECT_FALSE(TheDesktop().Focus());
-}
-
 TEST_F(FocusTest, OnlyALeftPressTakesTheFocusToAButton) {
     ShowForm();
     Person().Click({520, 520}, 3);

@@ -47,21 +47,4 @@ TEST_F(PaintingTest, OnlyTheDirtyPartIsPresented) {
     EXPECT_EQ(m_display->PresentedPixels() - before, 400U);
 }
 
-using ButtonTest = DesktopTest;
-
-TEST_F(ButtonTest, ClickReachesTheParentOnlyWhenReleasedInside) {
-    ProbeWnd window;
-    ProbeButton button;
-    MakePopup(window, {0, 0, 300, 300});
-    button.Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 10, 60, 30}, &window, 7);
-    Person().Drag({20, 20}, {200, 200});
-    EXPECT_EQ(window.CountOf(WM_COMMAND), 0);
-    Person().Move({20, 20});
-    Person().Press();
-    EXPECT_EQ(Seen({20, 20}), 0x0000faU);
-    Person().Release();
-    EXPECT_EQ(window.CountOf(WM_COMMAND), 1);
-    EXPECT_FALSE(TheDesktop().Capture());
-}
-
 }  // namespace veldan

@@ -105,10 +105,6 @@ void XHand::Key(std::uint32_t symbol) {
     if (withShift) KeyUp(XKB_KEY_Shift_L);
 }
 
-void XHand::Type(std::string_view text) {
-    for (const char character : text) Key(static_cast<unsigned char>(character));
-}
-
 XPicture XHand::Capture(const CRect& screen) const {
     XPicture picture{screen.Size(), {}};
     const auto image = Ask<&xcb_get_image_reply>(
@@ -129,11 +125,6 @@ std::uint32_t XHand::PixelAt(CPoint screen) const {
 
 bool XHand::WaitForPixel(CPoint screen, std::uint32_t colour) const {
     return WaitUntil([&] { return PixelAt(screen) == colour; });
-}
-
-CPoint XHand::Pointer() const {
-    const auto reply = Ask<&xcb_query_pointer_reply>(m_connection, xcb_query_pointer(m_connection, m_root));
-    return reply ? CPoint{reply->root_x, reply->root_y} : CPoint{};
 }
 
 xcb_window_t XHand::Focus() const {

@@ -46,14 +46,11 @@ public:
     void KeyUp(std::uint32_t symbol);
     /// Down and up, with Shift where the symbol needs it.
     void Key(std::uint32_t symbol);
-    /// Latin text, key by key.
-    void Type(std::string_view text);
 
     [[nodiscard]] XPicture Capture(const CRect& screen) const;
     [[nodiscard]] std::uint32_t PixelAt(CPoint screen) const;
     /// Waits until the screen shows a colour, 0xRRGGBB, at a point; false when it never did.
     [[nodiscard]] bool WaitForPixel(CPoint screen, std::uint32_t colour) const;
-    [[nodiscard]] CPoint Pointer() const;
     /// Who has the keyboard focus.
     [[nodiscard]] xcb_window_t Focus() const;
     /// The visible window with this title that a person would find, 0 for none.
