@@ -83,22 +83,13 @@ TEST_F(Text, DrawsInTheTextColourOnOpaqueGround) {
     EXPECT_EQ(canvas.Count([&](int x, int y) { return (canvas.At(x, y) & 0xff00ffff) != 0xff000000; }), 0);
 }
 
-TEST_F(Text, CentresOneLineAndIgnoresThatForSeveral) {
-    const CRect top = Draw("Hxg", {0, 0, 200, 60}, DT_LEFT);
-    const CRect centred = Draw("Hxg", {0, 0, 200, 60}, DT_SINGLELINE | DT_VCENTER);
-    EXPECT_EQ(centred, top.Offset({0, (60 - 14) / 2}));
-    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 60}, DT_WORDBREAK | DT_VCENTER), top);
-}
-
-TEST_F(Text, CentresAcross) {
+TEST_F(Text, StandsInItsRectangleByWholePixels) {
     const int width = canvas.dc.GetTextExtent("Hxg").cx;
-    const CRect left = Draw("Hxg", {0, 0, 200, 20}, DT_SINGLELINE);
-    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 20}, DT_SINGLELINE | DT_CENTER), left.Offset({(200 - width) / 2, 0}));
-}
-
-TEST_F(Text, MovesWithItsRectangleByWholePixels) {
-    const CRect ink = Draw("Moving text", {0, 0, 200, 20}, DT_SINGLELINE | DT_VCENTER);
-    EXPECT_EQ(Draw("Moving text", {7, 31, 207, 51}, DT_SINGLELINE | DT_VCENTER), ink.Offset({7, 31}));
+    const CRect top = Draw("Hxg", {0, 0, 200, 60}, DT_LEFT);
+    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 60}, DT_SINGLELINE | DT_VCENTER), top.Offset({0, (60 - 14) / 2}));
+    EXPECT_EQ(Draw("Hxg", {7, 31, 207, 91}, DT_SINGLELINE | DT_VCENTER), top.Offset({7, 31 + (60 - 14) / 2}));
+    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 20}, DT_SINGLELINE | DT_CENTER), top.Offset({(200 - width) / 2, 0}));
+    EXPECT_EQ(Draw("Hxg", {0, 0, 200, 60}, DT_WORDBREAK | DT_VCENTER), top) << "only one line is centred";
 }
 
 TEST_F(Text, StaysInsideOfItsRectangle) {

@@ -107,9 +107,10 @@ protected:
 TEST_F(LoaderTest, RoundsOnAServerLeaveNothingBehind) {
     const XServer server;
     ASSERT_TRUE(server.IsRunning());
-    const ServerResources resources(server.Name());
-    ASSERT_THAT(resources.Count(), Contains(Key("WINDOW")));
-    ExpectRoundsLeaveNothing({{"DISPLAY", server.Name()}}, [&] { return resources.Count(); });
+    const XHand eyes(server.Name());
+    const auto resources = [&] { return CountResources(eyes.Connection()); };
+    ASSERT_THAT(resources(), Contains(Key("WINDOW")));
+    ExpectRoundsLeaveNothing({{"DISPLAY", server.Name()}}, resources);
 }
 
 TEST_F(LoaderTest, RoundsInMemoryLeaveNothingBehind) {

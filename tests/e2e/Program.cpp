@@ -75,17 +75,12 @@ Program::Program(const std::vector<std::string>& command, const Environment& var
 }
 
 Program::~Program() {
-    Stop();
-    for (const int descriptor : {m_input, m_voice, m_noise}) {
-        close(descriptor);
-    }
-}
-
-void Program::Stop() {
     if (m_process > 0) {
         kill(m_process, SIGKILL);
         waitpid(m_process, nullptr, 0);
-        m_process = 0;
+    }
+    for (const int descriptor : {m_input, m_voice, m_noise}) {
+        close(descriptor);
     }
 }
 

@@ -26,8 +26,6 @@ public:
     [[nodiscard]] std::string Rest();
     /// Writes a line to its standard input.
     void Say(const std::string& line) const;
-    /// Ends it from outside.
-    void Stop();
     /// Waits for its end: the exit status, 128 and more for a signal, or -1 where it doesn't end.
     [[nodiscard]] int Finish();
     /// What it has written so far on the standard output and error, the lines that it tells apart.

@@ -94,30 +94,22 @@ TEST_F(CatalogueTest, WithoutAnIndexTheMenuIsEmpty) {
     EXPECT_EQ(CWnd::GetFocus(), &Strip(kScrollUpID));
 }
 
-TEST_F(CatalogueTest, CountsThatMakeNoSenseCountAsNone) {
-    m_tree.Groups({"A", "B", "C"});
-    m_tree.Write("A/order.ini", "[Order]\r\nNum=-4\r\n0=a.xml\r\n");
-    m_tree.Write("B/order.ini", "[Order]\r\nNum=many\r\n0=a.xml\r\n");
+TEST_F(CatalogueTest, CountsAreTakenAsFarAsTheyMakeSenseAndIdsReach) {
+    const std::pair<const char*, const char*> counts[] = {
+        {"Minus", "-4"},        {"Text", "many"}, {"A", "2000"},        {"Recent", "80"},
+        {"UserDefine", "4000"}, {"None", ""},     {"B", "99999999999"}, {"C", "1"}};
+    std::vector<CString> names;
+    for (const auto& [name, count] : counts) {
+        names.emplace_back(name);
+        m_tree.Write(names.back() + "/order.ini", CString("[Order]\r\n0=a.xml\r\nNum=") + count + "\r\n");
+    }
+    m_tree.Groups(names);
     Init();
-    EXPECT_EQ(Group(0).m_iMenuNum, 0);
-    EXPECT_EQ(Group(1).m_iMenuNum, 0);
-    EXPECT_EQ(Group(2).m_iMenuNum, 0);
-    EXPECT_THAT(Menu().Items(), IsEmpty());
-}
-
-TEST_F(CatalogueTest, RowsAreMadeAsFarAsIdsReach) {
-    m_tree.Groups({"A", "Recent", "UserDefine", "B", "C"});
-    m_tree.Write("A/order.ini", "[Order]\r\nNum=2000\r\n");
-    m_tree.Write("B/order.ini", "[Order]\r\nNum=99999999999\r\n");
-    m_tree.Write("C/order.ini", "[Order]\r\nNum=1\r\n");
-    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=80\r\n");
-    m_tree.Write("UserDefine/order.ini", "[Order]\r\nNum=4000\r\n");
-    Init();
-    EXPECT_EQ(Group(0).m_iMenuNum, 2000);
-    EXPECT_EQ(Group(1).m_iMenuNum, 50);
-    EXPECT_EQ(Group(2).m_iMenuNum, 2900);
-    EXPECT_EQ(Group(3).m_iMenuNum, 997);
-    EXPECT_EQ(Group(4).m_iMenuNum, 0);
+    std::vector<int> rows;
+    for (int group = 0; group < 8; ++group) {
+        rows.push_back(Group(group).m_iMenuNum);
+    }
+    EXPECT_THAT(rows, ElementsAre(0, 0, 2000, 50, 2900, 0, 997, 0));
     EXPECT_TRUE(Menu().FindLevel2Item(3996));
     EXPECT_EQ(Menu().Items().size(), 2997U + 50 + 2900);
 }

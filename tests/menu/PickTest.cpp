@@ -52,19 +52,6 @@ TEST_F(PickTest, AHostThatIsGoneHearsNothing) {
     EXPECT_FALSE(Menu().IsWindowVisible());
 }
 
-TEST_F(PickTest, TheMenuOutlivesItsOwnerUntilRelease) {
-    InitAndShow();
-    m_host.DestroyWindow();
-    Person().Settle();
-    EXPECT_EQ(Menu().GetSafeHwnd(), HWND());
-    Menu().ReloadCatalogue();
-    Menu().OnSmallMenuButtonItemChange(4000, 0);
-    Menu().OnScrollDown();
-    VELDAN_HideProfileMenus();
-    VELDAN_ReleaseProfileMenus();
-    EXPECT_EQ(TheDesktop().WindowCount(), 0U);
-}
-
 /// Loses the activation's news and releases the menu in it.
 class ReleasingHost : public HostWnd {
 protected:

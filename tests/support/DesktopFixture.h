@@ -47,12 +47,6 @@ public:
         Wait(50);
         Click(screen);
     }
-    void Drag(CPoint from, CPoint to) {
-        Move(from);
-        Press();
-        Move(to);
-        Release();
-    }
     void Wheel(CPoint screen, int delta) {
         Move(screen);
         m_display.TurnWheel(delta);

@@ -28,7 +28,6 @@ unsigned long NumberOf(const char* path) {
 
 struct FaultyFileCalls::Table {
     static int Open(const char* path, int flags, mode_t mode) {
-        ++g_pFaulty->m_iOpens;
         return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().open(path, flags, mode);
     }
 

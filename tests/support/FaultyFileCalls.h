@@ -31,7 +31,6 @@ public:
     FaultyFileCalls& operator=(const FaultyFileCalls&) = delete;
 
     [[nodiscard]] int Calls() const { return m_iCalls; }
-    [[nodiscard]] int Opens() const { return m_iOpens; }
     [[nodiscard]] int Renames() const { return m_iRenames; }
     /// Whether some file was renamed with content that had not been synced.
     [[nodiscard]] bool WasUnsyncedRename() const { return m_bUnsyncedRename; }
@@ -45,7 +44,6 @@ private:
     Fault m_fault;
     int m_iFailingCall;
     int m_iCalls = 0;
-    int m_iOpens = 0;
     int m_iRenames = 0;
     bool m_bUnsyncedRename = false;
     /// Numbers of the files on the disk that hold something written and not yet synced.

@@ -29,7 +29,6 @@ public:
     [[nodiscard]] int CountOf(UINT message) const {
         return static_cast<int>(std::count(log.begin(), log.end(), message));
     }
-    [[nodiscard]] static Probe* Of(HWND window) { return dynamic_cast<Probe*>(CWnd::FromHandle(window)); }
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {

@@ -205,9 +205,4 @@ void Stage::Click(CPoint screen, int button) {
     Release(button);
 }
 
-void Stage::Rest(CPoint screen) {
-    Move(screen);
-    Wait(40);
-}
-
 }  // namespace veldan

@@ -15,7 +15,7 @@ enum class StageKind { Memory, X11, X11WithManager };
 
 /// Where a scenario plays: a fresh desktop on one of the displays, and a person's hand and eyes. The same scenario
 /// plays on each with the same outcome. A gesture ends with the window system having handled what it set off at once;
-/// what takes time, a hover or a window manager's part, is waited for with Rest or Eventually.
+/// what takes time, a hover or a window manager's part, is waited for with Eventually.
 class Stage {
 public:
     /// Null if the stage can't be set up, which is a fault.
@@ -42,7 +42,6 @@ public:
     [[nodiscard]] bool Eventually(const std::function<bool()>& condition);
 
     void Click(CPoint screen, int button = 1);
-    void Rest(CPoint screen);
 
     /// A screen of at least this size.
     static constexpr CSize kScreen{1024, 768};

@@ -1,5 +1,6 @@
 #include "x11/XHand.h"
 
+#include "x11/Ask.h"
 #include "x11/Wait.h"
 
 #include <xcb/randr.h>
@@ -9,22 +10,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <memory>
 
 namespace veldan {
 
 namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-// The answer to a request, null where it was refused.
-template <auto Reply, class Cookie>
-auto Ask(xcb_connection_t* connection, Cookie cookie) {
-    auto* reply = Reply(connection, cookie, nullptr);
-    return std::unique_ptr<std::remove_pointer_t<decltype(reply)>, Free>(reply);
-}
 
 constexpr std::uint32_t kColourBits = 0xffffff;
 constexpr std::uint32_t kPropertyWords = 1024;

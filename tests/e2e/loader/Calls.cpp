@@ -71,7 +71,7 @@ private:
 
 std::vector<Call> CallsOfTheLibrary(const Library& library, HostWindow& host, const std::string& base) {
     return {
-        {"Init", [&] { library.Init(&host, base); }},
+        {"Init", [&] { library.Init(&host, base.c_str()); }},
         {"Show", [&] { library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked); }},
         {"second Show", [&] { library.Show(&host, kMenuPlace.x + 9, kMenuPlace.y, HostWindow::kMsgPicked); }},
         {"Hide", [&] { library.Hide(); }},

@@ -1,37 +1,46 @@
 #pragma once
 
+#include "veldan/veldan.h"
+
+#include <dlfcn.h>
+
 #include <string>
 
 namespace veldan {
 
-class CWnd;
-
 /// The product's library, loaded for as long as the object lives, and its four calls.
 class Library {
 public:
-    explicit Library(const std::string& path);
-    ~Library();
+    explicit Library(const std::string& path) : m_module(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+        if (m_module != nullptr) {
+            Find(Init, "VELDAN_InitProfileMenus");
+            Find(Show, "VELDAN_ShowProfileMenus");
+            Find(Hide, "VELDAN_HideProfileMenus");
+            Find(Release, "VELDAN_ReleaseProfileMenus");
+        }
+    }
+    ~Library() {
+        if (m_module != nullptr) {
+            dlclose(m_module);
+        }
+    }
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    [[nodiscard]] bool IsLoaded() const { return m_module != nullptr && m_init && m_show && m_hide && m_release; }
-    /// Whether any of the library's file is mapped into the process.
-    [[nodiscard]] static bool IsMapped();
+    [[nodiscard]] bool IsLoaded() const { return Init && Show && Hide && Release; }
 
-    void Init(CWnd* parent, const std::string& base) const { m_init(parent, base.c_str()); }
-    void Show(CWnd* host, int x, int y, unsigned message) const { m_show(host, x, y, message); }
-    void Hide() const { m_hide(); }
-    void Release() const { m_release(); }
+    decltype(&VELDAN_InitProfileMenus) Init = nullptr;
+    decltype(&VELDAN_ShowProfileMenus) Show = nullptr;
+    decltype(&VELDAN_HideProfileMenus) Hide = nullptr;
+    decltype(&VELDAN_ReleaseProfileMenus) Release = nullptr;
 
 private:
     template <class Function>
-    void Find(Function*& function, const char* name) const;
+    void Find(Function*& function, const char* name) const {
+        function = reinterpret_cast<Function*>(dlsym(m_module, name));
+    }
 
-    void* m_module = nullptr;
-    void (*m_init)(CWnd*, const char*) = nullptr;
-    void (*m_show)(CWnd*, int, int, unsigned) = nullptr;
-    void (*m_hide)() = nullptr;
-    void (*m_release)() = nullptr;
+    void* m_module;
 };
 
 }  // namespace veldan

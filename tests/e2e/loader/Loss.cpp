@@ -8,9 +8,9 @@ void MakeAllCalls(const Library& library, HostWindow& host, const std::string& b
     library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
     library.Hide();
     library.Release();
-    library.Init(&host, base);
+    library.Init(&host, base.c_str());
     library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
-    library.Init(&host, base);
+    library.Init(&host, base.c_str());
     library.Hide();
     library.Release();
 }
@@ -24,7 +24,7 @@ int PlayLoss(const std::string& path, const std::string& base, bool noticed) {
     if (!library.IsLoaded() || !host.Create()) {
         return 2;
     }
-    library.Init(&host, base);
+    library.Init(&host, base.c_str());
     library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
     CatchUp();
     const HWND menu = FindMenu(host);

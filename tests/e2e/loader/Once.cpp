@@ -59,20 +59,24 @@ bool Pick(HostWindow& host, HWND menu) {
 }  // namespace
 
 int PlayOnce(const std::string& path, const std::string& base) {
-    const ProcessState before = ProcessState::Now();
+    const auto before = StateOfProcess();
     {
         const Library library(path);
         HostWindow host;
         if (!library.IsLoaded() || !host.Create()) {
             return 2;
         }
-        library.Init(&host, base);
+        library.Init(&host, base.c_str());
         library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
         Tell(std::string(Desktop::Get().GetDisplay().Name()));
         Tell(Pick(host, FindMenu(host)) ? host.m_strPicked : "nothing picked");
         library.Release();
     }
-    Tell("changed:" + ProcessState::Now().DifferenceFrom(before));
+    std::string changed = "changed:";
+    for (const auto& [name, value] : StateOfProcess()) {
+        changed += value != before.at(name) ? " " + name : "";
+    }
+    Tell(changed);
     return 0;
 }
 

@@ -50,23 +50,11 @@ std::string CreationMask() {
 
 }  // namespace
 
-ProcessState ProcessState::Now() {
-    ProcessState state;
-    state.m_mapValues = {
+std::map<std::string, std::string> StateOfProcess() {
+    return {
         {"locale", std::setlocale(LC_ALL, nullptr)}, {"handlers", SignalHandlers()}, {"mask", SignalMask()},
         {"folder", std::filesystem::current_path()}, {"environment", Variables()},   {"umask", CreationMask()},
     };
-    return state;
-}
-
-std::string ProcessState::DifferenceFrom(const ProcessState& other) const {
-    std::string names;
-    for (const auto& [name, value] : m_mapValues) {
-        if (value != other.m_mapValues.at(name)) {
-            names += " " + name;
-        }
-    }
-    return names;
 }
 
 }  // namespace veldan

@@ -20,6 +20,12 @@ std::ptrdiff_t CountEntries(const char* folder) {
     return std::distance(Iterator(folder), Iterator());
 }
 
+bool IsLibraryMapped() {
+    std::ifstream maps("/proc/self/maps");
+    const std::string text{std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>()};
+    return text.find("/libveldan.so") != std::string::npos;
+}
+
 std::ptrdiff_t CountRegions() {
     std::ifstream maps("/proc/self/maps");
     return std::count(std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>(), '\n');
@@ -43,8 +49,7 @@ long PrivateMemory() {
 std::string Measures() {
     return "threads=" + std::to_string(CountEntries("/proc/self/task")) +
            " descriptors=" + std::to_string(CountEntries("/proc/self/fd")) +
-           " mapped=" + (Library::IsMapped() ? "yes" : "no") +
-           " windows=" + std::to_string(Desktop::Get().WindowCount());
+           " mapped=" + (IsLibraryMapped() ? "yes" : "no") + " windows=" + std::to_string(Desktop::Get().WindowCount());
 }
 
 /// From the library's loading to its unloading; whether the pick came.
@@ -54,7 +59,7 @@ bool PlayRound(HostWindow& host, const std::string& path, const std::string& bas
         return false;
     }
     host.m_strPicked.clear();
-    library.Init(&host, base);
+    library.Init(&host, base.c_str());
     library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
     Desktop::Get().Dispatch();
     const HWND menu = FindMenu(host);
