@@ -43,16 +43,6 @@ TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
     EXPECT_FALSE(HasCome(DisplayEventKind::PointerLeave));
 }
 
-TEST_F(PointerTest, WindowShownOrHiddenUnderARestingPointer) {
-    m_hand.Move(kInMenu);
-    ShowMenu();
-    const auto move = WaitFor(DisplayEventKind::PointerMove);
-    ASSERT_TRUE(move);
-    EXPECT_EQ(move->screen, kInMenu);
-    m_display->SetVisible(kMenu, false);
-    EXPECT_TRUE(HasCome(DisplayEventKind::PointerLeave));
-}
-
 TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlags) {
     ShowMenu();
     m_hand.Move(kInMenu);
@@ -72,20 +62,6 @@ TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlags) {
     EXPECT_EQ(right->flags, MK_LBUTTON | MK_RBUTTON | MK_CONTROL);
     EXPECT_EQ(release->button, 1);
     EXPECT_EQ(release->flags, MK_RBUTTON | MK_CONTROL);
-}
-
-TEST_F(PointerTest, WheelStepsAreSigned) {
-    ShowMenu();
-    m_hand.Move(kInMenu);
-    m_hand.Wheel(1);
-    m_hand.Wheel(-1);
-    const auto away = WaitFor(DisplayEventKind::Wheel);
-    const auto towards = WaitFor(DisplayEventKind::Wheel);
-    ASSERT_TRUE(away && towards);
-    EXPECT_EQ(away->delta, 120);
-    EXPECT_EQ(away->screen, kInMenu);
-    EXPECT_EQ(towards->delta, -120);
-    EXPECT_FALSE(HasCome(DisplayEventKind::ButtonPress));
 }
 
 TEST_F(PointerTest, HeldButtonKeepsThePointerUntilTheGrabIsGivenUp) {

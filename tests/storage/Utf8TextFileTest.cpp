@@ -23,13 +23,6 @@ CStringArray ReadThrough(CUtf8TextFile& file, const CString& path) {
     return lines;
 }
 
-void WriteThrough(CUtf8TextFile& file, const CString& path) {
-    ASSERT_TRUE(file.Open(path, kReplace));
-    file.WriteString("\u65e5\n");
-    file.WriteString("b\n");
-    EXPECT_TRUE(file.Close());
-}
-
 TEST(Utf8TextFile, SkipsTheMarkAndReadsMarklessTextAlike) {
     const TempFolder folder;
     for (const CString& content : {kMark + "a\r\n\u65e5", CString("a\n\u65e5\n")}) {
@@ -41,29 +34,18 @@ TEST(Utf8TextFile, SkipsTheMarkAndReadsMarklessTextAlike) {
     EXPECT_EQ(ReadThrough(file, folder.Write("short", "\xEF\xBB")), (CStringArray{"\xEF\xBB"}));
 }
 
-TEST(Utf8TextFile, ANewFileGetsTheMarkOnce) {
+TEST(Utf8TextFile, WritesTheMarkWithItsFirstText) {
     const TempFolder folder;
     CUtf8TextFile file;
-    WriteThrough(file, folder / "new");
+    ASSERT_TRUE(file.Open(folder / "new", kReplace));
+    file.WriteString("\u65e5\n");
+    file.WriteString("b\n");
+    EXPECT_TRUE(file.Close());
     EXPECT_EQ(folder.Read("new"), kMark + "\u65e5\r\nb\r\n");
     ASSERT_TRUE(file.Open(folder / "empty", kReplace));
     EXPECT_TRUE(file.Close());
-    EXPECT_EQ(folder.Names().count("empty"), 1U);
-    EXPECT_EQ(folder.Read("empty"), "") << "the first text brings the mark";
-}
-
-TEST(Utf8TextFile, RemembersHowTheFileWasRead) {
-    const TempFolder folder;
-    for (const CString& content : {CString("a"), CString()}) {
-        CUtf8TextFile file;
-        ReadThrough(file, folder.Write("plain", content));
-        WriteThrough(file, folder / "plain");
-        EXPECT_EQ(folder.Read("plain"), "\u65e5\r\nb\r\n");
-    }
-    CUtf8TextFile file;
-    ReadThrough(file, folder.Write("marked", kMark + "a"));
-    WriteThrough(file, folder / "marked");
-    EXPECT_EQ(folder.Read("marked"), kMark + "\u65e5\r\nb\r\n");
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"empty", "new"}));
+    EXPECT_EQ(folder.Read("empty"), "");
 }
 
 TEST(Utf8TextFile, NothingBringsTheMarkBackToAnObject) {
