@@ -8,7 +8,6 @@ namespace veldan {
 class Actor {
 public:
     explicit Actor(const CString& base) {
-        Desktop::Install(std::make_unique<Desktop>(std::make_unique<MemoryDisplay>(), std::make_unique<ManualClock>()));
         m_pHost = std::make_unique<HostWnd>();
         m_pHost->CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {700, 50, 1300, 850}, {}, 0);
         VELDAN_InitProfileMenus(m_pHost.get(), base.c_str());
@@ -42,6 +41,7 @@ public:
     static void Delete(const CString& strXml) { Menu().RemoveProfileByFile("C:\\Profiles\\UserDefine\\" + strXml); }
 
 private:
+    MemoryDesk m_desk;
     std::unique_ptr<HostWnd> m_pHost;
 };
 

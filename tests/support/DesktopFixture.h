@@ -49,6 +49,9 @@ public:
     }
     void Wheel(CPoint screen, int delta) {
         Move(screen);
+        Turn(delta);
+    }
+    void Turn(int delta) {
         m_display.TurnWheel(delta);
         Settle();
     }
@@ -71,28 +74,32 @@ private:
     ManualClock& m_clock;
 };
 
-/// A fresh desktop on the display in memory.
-class DesktopTest : public testing::Test {
-protected:
-    DesktopTest() {
-        auto display = std::make_unique<MemoryDisplay>();
-        auto clock = std::make_unique<ManualClock>();
-        m_display = display.get();
-        m_clock = clock.get();
-        Desktop::Install(std::make_unique<Desktop>(std::move(display), std::move(clock)));
-        m_hand = std::make_unique<Hand>(Desktop::Get(), *m_display, *m_clock);
+/// A fresh desktop on the display in memory, of which it tells the parts.
+struct MemoryDesk {
+    explicit MemoryDesk(CSize screen = {1920, 1080}) {
+        auto newDisplay = std::make_unique<MemoryDisplay>(screen);
+        auto newClock = std::make_unique<ManualClock>();
+        display = newDisplay.get();
+        clock = newClock.get();
+        Desktop::Install(std::make_unique<Desktop>(std::move(newDisplay), std::move(newClock)));
+        hand = std::make_unique<Hand>(Desktop::Get(), *display, *clock);
     }
 
+    MemoryDisplay* display;
+    ManualClock* clock;
+    std::unique_ptr<Hand> hand;
+};
+
+class DesktopTest : public testing::Test {
+protected:
     [[nodiscard]] static Desktop& TheDesktop() { return Desktop::Get(); }
-    [[nodiscard]] Hand& Person() { return *m_hand; }
+    [[nodiscard]] Hand& Person() { return *m_desk.hand; }
     /// The colour of a pixel on the screen, 0x00RRGGBB.
     [[nodiscard]] std::uint32_t Seen(CPoint screen) const { return m_display->PixelAt(screen) & 0xffffff; }
 
-    MemoryDisplay* m_display = nullptr;
-    ManualClock* m_clock = nullptr;
-
-private:
-    std::unique_ptr<Hand> m_hand;
+    MemoryDesk m_desk;
+    MemoryDisplay* m_display = m_desk.display;
+    ManualClock* m_clock = m_desk.clock;
 };
 
 }  // namespace veldan

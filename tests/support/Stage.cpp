@@ -1,9 +1,8 @@
 #include "support/Stage.h"
 
 #include "platform/core/Keys.h"
-#include "platform/display/memory/MemoryDisplay.h"
 #include "platform/display/x11/X11Display.h"
-#include "platform/window/Desktop.h"
+#include "support/DesktopFixture.h"
 #include "x11/Wait.h"
 #include "x11/XHand.h"
 #include "x11/XServer.h"
@@ -18,51 +17,24 @@ namespace {
 
 class MemoryStage final : public Stage {
 public:
-    MemoryStage() {
-        auto display = std::make_unique<MemoryDisplay>(kScreen);
-        auto clock = std::make_unique<ManualClock>();
-        m_display = display.get();
-        m_clock = clock.get();
-        Desktop::Install(std::make_unique<Desktop>(std::move(display), std::move(clock)));
-    }
-
-    void Move(CPoint screen) override {
-        m_display->MovePointer(screen);
-        Desktop::Get().Dispatch();
-    }
-    void Press(int button) override {
-        m_display->PressButton(button);
-        Desktop::Get().Dispatch();
-    }
-    void Release(int button) override {
-        m_display->ReleaseButton(button);
-        Desktop::Get().Dispatch();
-    }
+    void Move(CPoint screen) override { m_desk.hand->Move(screen); }
+    void Press(int button) override { m_desk.hand->Press(button); }
+    void Release(int button) override { m_desk.hand->Release(button); }
     void Wheel(int steps) override {
         for (; steps != 0; steps += steps > 0 ? -1 : 1) {
-            m_display->TurnWheel(steps > 0 ? 120 : -120);
-            Desktop::Get().Dispatch();
+            m_desk.hand->Turn(steps > 0 ? 120 : -120);
         }
     }
-    void TypeSpace() override {
-        m_display->PressKey(VK_SPACE, " ");
-        m_display->ReleaseKey(VK_SPACE);
-        Desktop::Get().Dispatch();
-    }
-    void Wait(int milliseconds) override {
-        for (int i = 0; i < milliseconds; ++i) {
-            m_clock->Advance(1);
-            Desktop::Get().Dispatch();
-        }
-    }
-    std::uint32_t Seen(CPoint screen) override { return m_display->PixelAt(screen) & 0xffffff; }
+    void TypeSpace() override { m_desk.hand->Type(VK_SPACE, " "); }
+    void Wait(int milliseconds) override { m_desk.hand->Wait(milliseconds); }
+    std::uint32_t Seen(CPoint screen) override { return m_desk.display->PixelAt(screen) & 0xffffff; }
     void OpenForeignWindow(const CRect& rect) override {
-        m_foreign = m_display->AddForeignWindow(rect);
-        Desktop::Get().Dispatch();
+        m_foreign = m_desk.display->AddForeignWindow(rect);
+        m_desk.hand->Settle();
     }
     void SwitchToForeignWindow() override {
-        m_display->FocusForeignWindow(m_foreign);
-        Desktop::Get().Dispatch();
+        m_desk.display->FocusForeignWindow(m_foreign);
+        m_desk.hand->Settle();
     }
 
 protected:
@@ -71,8 +43,7 @@ protected:
     bool IsPatient() override { return m_nLeft-- > 0; }
 
 private:
-    MemoryDisplay* m_display = nullptr;
-    ManualClock* m_clock = nullptr;
+    MemoryDesk m_desk{kScreen};
     TopLevelId m_foreign = 0;
     int m_nLeft = 0;
 };
