@@ -9,42 +9,29 @@
 namespace veldan {
 namespace {
 
-TEST(GPMemDCTest, WhatIsDrawnArrivesAtTheEnd) {
-    Canvas target(40, 30);
-    {
-        CGPMemDC buffer(target.dc, {10, 10, 20, 20});
-        buffer.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
-        EXPECT_EQ(target.At(15, 15), 0U);
+TEST(GPMemDCTest, WhatIsDrawnArrivesAtTheEndAndAtOnceOnAPrinter) {
+    const struct {
+        bool isPrinting;
+        CRect rect;
+        int drawn;
+    } cases[] = {{false, {10, 10, 20, 20}, 10 * 10}, {false, {0, 0, 0, 0}, 40 * 30}, {true, {10, 10, 20, 20}, 40 * 30}};
+    for (const auto& [isPrinting, rect, drawn] : cases) {
+        Canvas target(40, 30);
+        target.dc.m_bPrinting = isPrinting;
+        {
+            CGPMemDC buffer(target.dc, rect);
+            EXPECT_EQ(buffer.IsPrinting(), isPrinting);
+            buffer.FillSolidRect({0, 0, 40, 30}, kBlue);
+            EXPECT_EQ(target.CountInk({0, 0, 40, 30}), isPrinting ? drawn : 0);
+        }
+        EXPECT_EQ(target.CountInk({0, 0, 40, 30}), drawn);
+        EXPECT_EQ(target.At(15, 15), kBluePixel);
+        target.dc.FillSolidRect({0, 0, 1, 1}, kRed);
+        EXPECT_EQ(target.At(0, 0), kRedPixel) << "it stays open";
     }
-    EXPECT_EQ(target.At(10, 10), 0xff000009);
-    EXPECT_EQ(target.At(19, 19), 0xff000009);
-    EXPECT_EQ(target.At(20, 15), 0U);
-    EXPECT_EQ(target.At(9, 15), 0U);
-}
-
-TEST(GPMemDCTest, NoRectangleMeansAllThatCanBeDrawnOn) {
-    Canvas target(40, 30);
-    {
-        CGPMemDC buffer(target.dc, {0, 0, 0, 0});
-        buffer.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
-    }
-    EXPECT_EQ(target.At(39, 29), 0xff000009);
     CDC nothing;
     CGPMemDC quiet(nothing, {0, 0, 0, 0});
     EXPECT_EQ(quiet.GetClipBox(), CRect());
-}
-
-TEST(GPMemDCTest, APrintersContextIsDrawnOnAtOnceAndStaysOpen) {
-    Canvas target(40, 30);
-    target.dc.m_bPrinting = true;
-    {
-        CGPMemDC direct(target.dc, {10, 10, 20, 20});
-        EXPECT_TRUE(direct.IsPrinting());
-        direct.FillSolidRect({0, 0, 40, 30}, RGB(0, 0, 9));
-        EXPECT_EQ(target.At(39, 29), 0xff000009);
-    }
-    target.dc.FillSolidRect({0, 0, 1, 1}, RGB(0, 8, 0));
-    EXPECT_EQ(target.At(0, 0), 0xff000800);
 }
 
 TEST(GPResourceImageTest, HoldsWhatItLoadedLast) {

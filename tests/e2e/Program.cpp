@@ -19,20 +19,6 @@ namespace veldan {
 
 namespace {
 
-/// Ends of a pipe that no other program inherits.
-struct Pipe {
-    Pipe() {
-        std::array<int, 2> ends{-1, -1};
-        if (pipe2(ends.data(), O_CLOEXEC) == 0) {
-            read = ends[0];
-            write = ends[1];
-        }
-    }
-
-    int read = -1;
-    int write = -1;
-};
-
 [[noreturn]] void Become(const std::vector<std::string>& command, const Program::Environment& variables) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     unsetenv("DISPLAY");
@@ -53,14 +39,18 @@ struct Pipe {
 
 Program::Program(const std::vector<std::string>& command, const Environment& variables, int voice)
     : m_noise(memfd_create("noise", MFD_CLOEXEC)) {
-    const Pipe input;
-    const Pipe told;
+    // No other program inherits them.
+    int input[2] = {-1, -1};
+    int told[2] = {-1, -1};
+    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(told, O_CLOEXEC) != 0) {
+        return;
+    }
     m_process = fork();
     if (m_process == 0) {
         // Out of the way of the numbers that are given out below.
         constexpr int kFree = 10;
-        const int mouth = fcntl(told.write, F_DUPFD_CLOEXEC, kFree);
-        const int ear = fcntl(input.read, F_DUPFD_CLOEXEC, kFree);
+        const int mouth = fcntl(told[1], F_DUPFD_CLOEXEC, kFree);
+        const int ear = fcntl(input[0], F_DUPFD_CLOEXEC, kFree);
         const int noise = fcntl(m_noise, F_DUPFD_CLOEXEC, kFree);
         dup2(ear, STDIN_FILENO);
         dup2(noise, STDOUT_FILENO);
@@ -68,10 +58,10 @@ Program::Program(const std::vector<std::string>& command, const Environment& var
         dup2(mouth, voice);
         Become(command, variables);
     }
-    close(input.read);
-    close(told.write);
-    m_input = input.write;
-    m_voice = told.read;
+    close(input[0]);
+    close(told[1]);
+    m_input = input[1];
+    m_voice = told[0];
 }
 
 Program::~Program() {

@@ -37,15 +37,9 @@ public:
         m_desk.hand->Settle();
     }
 
-protected:
-    void WaitABit() override { Wait(1); }
-    void StartPatience() override { m_nLeft = 2000; }
-    bool IsPatient() override { return m_nLeft-- > 0; }
-
 private:
     MemoryDesk m_desk{kScreen};
     TopLevelId m_foreign = 0;
-    int m_nLeft = 0;
 };
 
 class X11Stage final : public Stage {
@@ -116,11 +110,6 @@ public:
         CatchUp();
     }
 
-protected:
-    void WaitABit() override { Wait(2); }
-    void StartPatience() override { m_end = std::chrono::steady_clock::now() + kPatience; }
-    bool IsPatient() override { return std::chrono::steady_clock::now() < m_end; }
-
 private:
     /// After one answer of the server all events that came before it have been read; handling them may ask for more.
     static void CatchUp() {
@@ -133,7 +122,6 @@ private:
     XServer m_server;
     std::unique_ptr<XHand> m_hand;
     std::unique_ptr<XForeignWindow> m_foreign;
-    std::chrono::steady_clock::time_point m_end;
     bool m_bReady = false;
 };
 
@@ -160,14 +148,12 @@ std::unique_ptr<Stage> Stage::Make(StageKind kind) {
 }
 
 bool Stage::Eventually(const std::function<bool()>& condition) {
-    StartPatience();
-    while (!condition()) {
-        if (!IsPatient()) {
-            return false;
-        }
-        WaitABit();
+    constexpr int kStep = 2;
+    for (std::chrono::milliseconds left = kPatience; left.count() > 0 && !condition();
+         left -= std::chrono::milliseconds(kStep)) {
+        Wait(kStep);
     }
-    return true;
+    return condition();
 }
 
 void Stage::Click(CPoint screen, int button) {

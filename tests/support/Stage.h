@@ -45,12 +45,6 @@ public:
 
     /// A screen of at least this size.
     static constexpr CSize kScreen{1024, 768};
-
-protected:
-    /// Waits a little, within the most that one wait may take.
-    virtual void WaitABit() = 0;
-    virtual bool IsPatient() = 0;
-    virtual void StartPatience() = 0;
 };
 
 }  // namespace veldan

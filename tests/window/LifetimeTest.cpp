@@ -83,9 +83,6 @@ protected:
     }
     void Provoke(UINT message);
     void ProvokeByPointer(UINT message);
-    void ProvokeByButton(UINT message);
-    void CreateAnother();
-    void CreateDialog();
 
     ResourceTable m_resources;
     MortalWnd* m_owner = new MortalWnd;
@@ -94,18 +91,6 @@ protected:
     MortalButton* m_button = new MortalButton;
     bool m_bActed = false;
 };
-
-void LifetimeTest::CreateAnother() {
-    auto* another = new MortalWnd;
-    Arm(*another);
-    MakeChild(*another, *m_top, {200, 200, 250, 250});
-}
-
-void LifetimeTest::CreateDialog() {
-    auto* dialog = new Mortal<Probe<CDialog>>;
-    Arm(*dialog);
-    dialog->Create(900, m_owner);
-}
 
 void LifetimeTest::ProvokeByPointer(UINT message) {
     const CPoint over{550, 30};
@@ -143,45 +128,45 @@ void LifetimeTest::ProvokeByPointer(UINT message) {
     }
 }
 
-void LifetimeTest::ProvokeByButton(UINT message) {
-    if (message == WM_COMMAND || message == OCM_COMMAND) {
-        Person().Click({550, 120});
-    } else {
-        m_button->Invalidate();
-        Person().Settle();
-    }
-}
-
 void LifetimeTest::Provoke(UINT message) {
+    const auto destroy = [this] { m_plain->DestroyWindow(); };
+    const auto repaint = [this] { m_plain->Invalidate(), m_button->Invalidate(); };
+    const auto click = [this] { Person().Click({550, 120}); };
+    const auto type = [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); };
+    const auto move = [this] { m_plain->MoveWindow({0, 0, 10, 20}); };
+    const auto createAnother = [this] {
+        auto* another = new MortalWnd;
+        Arm(*another);
+        MakeChild(*another, *m_top, {200, 200, 250, 250});
+    };
+    const auto createDialog = [this] {
+        auto* dialog = new Mortal<Probe<CDialog>>;
+        Arm(*dialog);
+        dialog->Create(900, m_owner);
+    };
     const std::map<UINT, std::function<void()>> roads{
-        {WM_CREATE, [this] { CreateAnother(); }},
-        {WM_INITDIALOG, [this] { CreateDialog(); }},
-        {WM_DESTROY, [this] { m_plain->DestroyWindow(); }},
-        {WM_NCDESTROY, [this] { m_plain->DestroyWindow(); }},
-        {WM_MOVE,
-         [this] {
-             m_plain->MoveWindow({0, 0, 100, 50});
-         }},
-        {WM_SIZE,
-         [this] {
-             m_plain->MoveWindow({0, 0, 10, 20});
-         }},
+        {WM_CREATE, createAnother},
+        {WM_INITDIALOG, createDialog},
+        {WM_DESTROY, destroy},
+        {WM_NCDESTROY, destroy},
+        {WM_MOVE, move},
+        {WM_SIZE, move},
         {WM_SETFOCUS, [this] { m_plain->SetFocus(); }},
         {WM_KILLFOCUS, [this] { m_plain->SetFocus(), m_button->SetFocus(); }},
         {WM_ENABLE, [this] { m_plain->EnableWindow(false); }},
         {WM_SHOWWINDOW, [this] { m_plain->ShowWindow(SW_HIDE); }},
-        {WM_PAINT, [this] { m_plain->Invalidate(); }},
-        {WM_ERASEBKGND, [this] { m_plain->Invalidate(); }},
+        {WM_PAINT, repaint},
+        {WM_ERASEBKGND, repaint},
         {WM_CLOSE, [this] { m_display->RequestClose(m_top->GetSafeHwnd().Value()); }},
         {WM_TIMER, [this] { m_plain->SetTimer(1, 5), Person().Wait(10); }},
-        {WM_KEYDOWN, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
-        {WM_KEYUP, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
-        {WM_CHAR, [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); }},
-        {WM_DRAWITEM, [=, this] { ProvokeByButton(message); }},
-        {WM_CTLCOLORBTN, [=, this] { ProvokeByButton(message); }},
-        {WM_COMMAND, [=, this] { ProvokeByButton(message); }},
-        {OCM_CTLCOLOR, [=, this] { ProvokeByButton(message); }},
-        {OCM_COMMAND, [=, this] { ProvokeByButton(message); }},
+        {WM_KEYDOWN, type},
+        {WM_KEYUP, type},
+        {WM_CHAR, type},
+        {WM_DRAWITEM, repaint},
+        {WM_CTLCOLORBTN, repaint},
+        {OCM_CTLCOLOR, repaint},
+        {WM_COMMAND, click},
+        {OCM_COMMAND, click},
     };
     const auto road = roads.find(message);
     road != roads.end() ? road->second() : ProvokeByPointer(message);
