@@ -132,8 +132,8 @@ public:
     static inline int s_iRefused = 0;
 
 private:
-    static int Open(const char* path, int flags, mode_t mode) {
-        const int file = SystemFileCalls().open(path, flags, mode);
+    static int OpenAt(int folder, const char* path, int flags, mode_t mode) {
+        const int file = SystemFileCalls().openat(folder, path, flags, mode);
         if (CString(path).ends_with("veldan.log")) {
             s_iFile = file;
         }
@@ -155,7 +155,7 @@ private:
     static inline int s_iFile = -1;
     static inline FileCalls s_calls = [] {
         FileCalls calls = SystemFileCalls();
-        calls.open = Open;
+        calls.openat = OpenAt;
         calls.write = Write;
         calls.close = Close;
         return calls;

@@ -27,8 +27,8 @@ unsigned long NumberOf(const char* path) {
 }  // namespace
 
 struct FaultyFileCalls::Table {
-    static int Open(const char* path, int flags, mode_t mode) {
-        return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().open(path, flags, mode);
+    static int OpenAt(int folder, const char* path, int flags, mode_t mode) {
+        return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().openat(folder, path, flags, mode);
     }
 
     static ssize_t Pread(int file, void* bytes, size_t count, off_t offset) {
@@ -82,7 +82,7 @@ struct FaultyFileCalls::Table {
         return bFails ? -1 : result;
     }
 
-    static constexpr FileCalls kCalls = {Open, Pread, Write, Fsync, Fchmod, Rename, Unlink, Close};
+    static constexpr FileCalls kCalls = {OpenAt, Pread, Write, Fsync, Fchmod, Rename, Unlink, Close};
 };
 
 FaultyFileCalls::FaultyFileCalls(Fault fault, int failingCall) : m_fault(fault), m_iFailingCall(failingCall) {

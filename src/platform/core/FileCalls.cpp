@@ -10,12 +10,12 @@ namespace veldan {
 
 namespace {
 
-// `open` takes a variable number of arguments, so its address alone doesn't fit the table.
-int Open(const char* path, int flags, mode_t mode) {
-    return ::open(path, flags, mode);
+// `openat` takes a variable number of arguments, so its address alone doesn't fit the table.
+int OpenAt(int folder, const char* path, int flags, mode_t mode) {
+    return ::openat(folder, path, flags, mode);
 }
 
-constexpr FileCalls kSystemCalls = {Open, ::pread, ::write, ::fsync, ::fchmod, ::rename, ::unlink, ::close};
+constexpr FileCalls kSystemCalls = {OpenAt, ::pread, ::write, ::fsync, ::fchmod, ::rename, ::unlink, ::close};
 
 const FileCalls* g_pCalls = &kSystemCalls;
 

@@ -9,7 +9,7 @@ namespace veldan {
 /// The system calls through which files are read and changed, in one table, so that a test can count them and make any
 /// of them fail. They answer as the calls of the same name.
 struct FileCalls {
-    int (*open)(const char* path, int flags, mode_t mode);
+    int (*openat)(int folder, const char* path, int flags, mode_t mode);
     ssize_t (*pread)(int file, void* bytes, size_t count, off_t offset);
     ssize_t (*write)(int file, const void* bytes, size_t count);
     int (*fsync)(int file);

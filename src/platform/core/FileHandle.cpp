@@ -50,7 +50,11 @@ std::string_view LastComponent(std::string_view path) {
 }  // namespace
 
 FileHandle FileHandle::Open(const char* path, int flags, mode_t mode) {
-    return FileHandle(Uninterrupted([&] { return CurrentFileCalls().open(path, flags | O_CLOEXEC, mode); }));
+    return OpenIn(AT_FDCWD, path, flags, mode);
+}
+
+FileHandle FileHandle::OpenIn(int folder, const char* path, int flags, mode_t mode) {
+    return FileHandle(Uninterrupted([&] { return CurrentFileCalls().openat(folder, path, flags | O_CLOEXEC, mode); }));
 }
 
 void FileHandle::Close() {
@@ -99,7 +103,7 @@ OpenedFile OpenRegularFile(std::string_view path, FileAccess access) {
         return {};
     }
     OpenedFile file;
-    file.handle = FileHandle::Open(ToSystemPath(path).c_str(), FlagsOf(access));
+    file.handle = OpenAsSpelled(ToSystemPath(path), FlagsOf(access));
     if (!file.handle.IsOpen() && errno == ENOENT) {
         file.handle = OpenResolved(path, access);
     }

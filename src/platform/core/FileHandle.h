@@ -38,6 +38,8 @@ public:
 
     /// Opens as `open` does, closed for child processes; a handle that isn't open leaves the reason in `errno`.
     [[nodiscard]] static FileHandle Open(const char* path, int flags, mode_t mode = 0);
+    /// The same for a path that starts in an open folder.
+    [[nodiscard]] static FileHandle OpenIn(int folder, const char* path, int flags, mode_t mode = 0);
 
     [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
     [[nodiscard]] int Get() const { return m_file; }

@@ -27,8 +27,8 @@ CString ExecutablePath() {
 }
 
 bool IsPlainFileName(std::string_view name) {
-    constexpr std::string_view kNever("/\\\0", 3);
-    return !name.empty() && name != "." && name != ".." && name.find_first_of(kNever) == std::string_view::npos;
+    const auto isNever = [](char c) { return c == '/' || c == '\\' || c == '\0'; };
+    return !name.empty() && name != "." && name != ".." && std::ranges::none_of(name, isNever);
 }
 
 }  // namespace veldan

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include <dirent.h>
+#include <fcntl.h>
 
 namespace veldan {
 
@@ -44,17 +45,24 @@ public:
         return m_mapNames.try_emplace(folder, folder).first->second.Find(name);
     }
 
+    /// An open folder, for files to be opened in it; not open where there is none of this spelling. Good until the next
+    /// call.
+    [[nodiscard]] const FileHandle& Open(std::string_view folder);
+
     /// The spelling of a folder's path; nothing where there is no such folder.
     [[nodiscard]] std::optional<CString> FindFolder(const CString& path);
 
     void Clear() {
         m_mapNames.clear();
         m_mapFolders.clear();
+        m_strOpenFolder.clear();
     }
 
 private:
     std::unordered_map<CString, FolderNames> m_mapNames;
     std::unordered_map<CString, std::optional<CString>> m_mapFolders;
+    CString m_strOpenFolder;
+    FileHandle m_openFolder;
 };
 
 namespace {
@@ -156,6 +164,14 @@ std::string_view FolderNames::Find(std::string_view name) {
     return best;
 }
 
+const FileHandle& FolderListings::Open(std::string_view folder) {
+    if (m_strOpenFolder != folder) {
+        m_strOpenFolder = folder;
+        m_openFolder = FileHandle(Uninterrupted([&] { return open(m_strOpenFolder.c_str(), O_PATH | O_CLOEXEC); }));
+    }
+    return m_openFolder;
+}
+
 std::optional<CString> FolderListings::FindFolder(const CString& path) {
     if (const auto known = m_mapFolders.find(path); known != m_mapFolders.end()) {
         return known->second;
@@ -221,6 +237,17 @@ bool IsCreatableName(std::string_view name) {
                const auto byte = static_cast<unsigned char>(c);
                return byte < 0x20 || byte == 0x7f || std::string_view("<>:\"|?*").find(c) != std::string_view::npos;
            });
+}
+
+FileHandle OpenAsSpelled(const CString& path, int flags) {
+    const PathParts parts = Split(path);
+    // The parts lie at the end of the path, so the name ends where it does.
+    if (t_pSnapshot && !parts.name.empty()) {
+        if (const FileHandle& folder = t_pSnapshot->Open(parts.folder); folder.IsOpen()) {
+            return FileHandle::OpenIn(folder.Get(), parts.name.data(), flags);
+        }
+    }
+    return FileHandle::Open(path.c_str(), flags);
 }
 
 void ForgetListings() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/core/FileHandle.h"
 #include "platform/core/Text.h"
 
 #include <optional>
@@ -32,6 +33,10 @@ struct ResolvedPath {
 /// Whether a file of that name may be created: it isn't empty, `.` or `..` and holds none of `< > : " | ? *`, no
 /// backslash and no control character.
 [[nodiscard]] bool IsCreatableName(std::string_view name);
+
+/// Opens a path as it is spelled. While a snapshot stands, the folder that a file was last opened in is kept open, so
+/// that the way to it is gone just once for many files.
+[[nodiscard]] FileHandle OpenAsSpelled(const CString& path, int flags);
 
 /// To be called after a file came, went or changed its name: the snapshot of this thread, if any, lists folders anew.
 void ForgetListings();

@@ -74,6 +74,26 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
     return result;
 }
 
+// The same without what isn't covered at the sides.
+TextMask Cropped(const TextMask& mask) {
+    TextMask cropped;
+    CRect& box = cropped.box;
+    box = {mask.box.right, mask.box.bottom, mask.box.left, mask.box.top};
+    for (int y = mask.box.top; y < mask.box.bottom; ++y) {
+        for (int x = mask.box.left; x < mask.box.right; ++x) {
+            if (mask.coverage[mask.IndexOf({x, y})] != 0) {
+                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1), y + 1};
+            }
+        }
+    }
+    for (int y = box.top; y < box.bottom; ++y) {
+        const std::uint8_t* row = mask.coverage.data() + mask.IndexOf({box.left, y});
+        cropped.coverage.insert(cropped.coverage.end(), row, row + box.Width());
+    }
+    box = cropped.coverage.empty() ? CRect() : box;
+    return cropped;
+}
+
 // Has the drawing library draw the letter, without a colour.
 TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     cairo_scaled_font_t* scaled = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font));
@@ -99,7 +119,7 @@ TextMask MakeMask(PangoFont* font, PangoGlyph number) {
         mask.coverage.insert(mask.coverage.end(), row, row + mask.box.Width());
     }
     cairo_surface_destroy(surface);
-    return mask;
+    return Cropped(mask);
 }
 
 CRect Around(const CRect& one, const CRect& other) {
@@ -236,10 +256,11 @@ TextMask FontFace::PlainMask() {
     int x = 0;
     for (int i = 0; i < m_plainGlyphs->num_glyphs; ++i) {
         const PangoGlyphInfo& info = m_plainGlyphs->glyphs[i];
-        if (info.glyph != PANGO_GLYPH_EMPTY) {
+        if (info.glyph != PANGO_GLYPH_EMPTY && !MaskOf(info.glyph).coverage.empty()) {
             const CPoint at{PANGO_PIXELS(x + info.geometry.x_offset), PANGO_PIXELS(info.geometry.y_offset)};
             letters.push_back({&MaskOf(info.glyph), at});
-            line.box = Around(line.box, letters.back().pMask->box.Offset(at));
+            const CRect box = letters.back().pMask->box.Offset(at);
+            line.box = letters.size() == 1 ? box : Around(line.box, box);
         }
         x += info.geometry.width;
     }

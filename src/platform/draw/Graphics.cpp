@@ -55,13 +55,14 @@ std::unique_ptr<Surface> CopyPart(const Surface& image, const CRect& part, const
     return copy;
 }
 
-// Blends a picture pixel by pixel, its left top corner at a point of the context's surface.
-void DrawUnscaled(DeviceContext& context, const Surface& picture, CPoint at) {
+// Blends a part of a picture pixel by pixel, its left top corner at a point of the context's surface.
+void DrawUnscaled(DeviceContext& context, const Surface& picture, const CRect& source, CPoint at) {
     Surface& target = *context.surface;
+    const CPoint shift = source.TopLeft() - at;
     target.BeginPixels();
-    context.ForEachPart(picture.Bounds().Offset(at), [&](const CRect& part) {
+    context.ForEachPart(source.Offset(-shift), [&](const CRect& part) {
         for (int y = part.top; y < part.bottom; ++y) {
-            BlendPixels(target.Row(y) + part.left, picture.Row(y - at.y) + (part.left - at.x),
+            BlendPixels(target.Row(y) + part.left, picture.Row(y + shift.y) + (part.left + shift.x),
                         static_cast<std::size_t>(part.Width()));
         }
     });
@@ -115,9 +116,14 @@ DrawStatus Graphics::DrawImageRectRect(Image* pImage, const RectF& destination, 
     to.y += static_cast<float>(shift.y);
 
     const CRect part = Around(from).Intersect(pixels->Bounds());
+    const bool isUnscaled = IsWhole(from) && IsWhole(to) && from.width == to.width && from.height == to.height;
+    if (isUnscaled && (!pAttributes || !pAttributes->GetColorMatrix())) {
+        DrawUnscaled(context, *pixels, part, Around(to).TopLeft());
+        return m_status = DrawStatus::Ok;
+    }
     const std::unique_ptr<Surface> picture = CopyPart(*pixels, part, pAttributes);
-    if (IsWhole(from) && IsWhole(to) && from.width == to.width && from.height == to.height) {
-        DrawUnscaled(context, *picture, Around(to).TopLeft());
+    if (isUnscaled) {
+        DrawUnscaled(context, *picture, picture->Bounds(), Around(to).TopLeft());
     } else {
         from.x -= static_cast<float>(part.left);
         from.y -= static_cast<float>(part.top);

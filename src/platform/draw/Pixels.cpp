@@ -1,6 +1,8 @@
 #include "platform/draw/PixelsInternal.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace veldan {
 namespace {
@@ -16,6 +18,25 @@ constexpr std::uint32_t ScalePair(std::uint32_t pair, std::uint32_t factor) {
 constexpr std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t factor) {
     return ScalePair(pixel, factor) | ScalePair(pixel >> 8, factor) << 8;
 }
+
+/// What becomes of one pixel under another at each coverage.
+class Blends {
+public:
+    Blends(std::uint32_t above, std::uint32_t below) : m_above(above), m_below(below) {
+        for (std::uint32_t coverage = 0; coverage < m_pixels.size(); ++coverage) {
+            m_pixels[coverage] = ScalePixel(above, coverage) + ScalePixel(below, 255 - coverage);
+        }
+    }
+    [[nodiscard]] bool AreOf(std::uint32_t above, std::uint32_t below) const {
+        return above == m_above && below == m_below;
+    }
+    std::uint32_t operator[](std::uint32_t coverage) const { return m_pixels[coverage]; }
+
+private:
+    std::uint32_t m_above;
+    std::uint32_t m_below;
+    std::array<std::uint32_t, 256> m_pixels;
+};
 
 constexpr float ChannelOf(std::uint32_t pixel, int shift) {
     return static_cast<float>(pixel >> shift & 0xff);
@@ -59,13 +80,20 @@ void BlendPixels(std::uint32_t* target, const std::uint32_t* source, std::size_t
 }
 
 void BlendMask(std::uint32_t* target, const std::uint8_t* mask, std::size_t count, std::uint32_t pixel) {
+    // Most texts are of one colour, on a ground that is of one colour for two rows at least.
+    thread_local Blends usual(0, 0);
+    thread_local std::uint32_t lastBelow = 0;
+    const std::uint32_t below = count > 0 ? target[0] : lastBelow;
+    if (std::exchange(lastBelow, below) == below && !usual.AreOf(pixel, below)) {
+        usual = Blends(pixel, below);
+    }
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t coverage = mask[i];
-        if (coverage == 255) {
-            target[i] = pixel;
-        } else if (coverage != 0) {
-            target[i] = ScalePixel(pixel, coverage) + ScalePixel(target[i], 255 - coverage);
+        if (coverage == 0) {
+            continue;
         }
+        target[i] = usual.AreOf(pixel, target[i]) ? usual[coverage]
+                                                  : ScalePixel(pixel, coverage) + ScalePixel(target[i], 255 - coverage);
     }
 }
 

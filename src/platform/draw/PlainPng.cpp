@@ -10,7 +10,7 @@
 #include <functional>
 #include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace veldan {
@@ -54,10 +54,10 @@ std::optional<Chunk> TakeChunk(std::string_view& bytes) {
     return Chunk{summed.substr(0, 4), summed.substr(4)};
 }
 
-/// The parts of the file that make the picture.
+/// What makes the picture.
 struct PlainFile {
     CSize size;
-    std::string data;
+    std::string_view data;
 };
 
 // Reads all chunks up to the end. Only those that no decoder needs may stand beside the picture's own.
@@ -75,8 +75,8 @@ std::optional<PlainFile> ReadFile(std::string_view bytes) {
         const bool isOptional = (chunk->name.front() & 0x20) != 0;
         if (chunk->name == "IHDR"sv && last.empty() && chunk->data.substr(8) == kPlainForm) {
             file.size = {static_cast<int>(NumberAt(chunk->data, 0)), static_cast<int>(NumberAt(chunk->data, 4))};
-        } else if (chunk->name == "IDAT"sv && (file.data.empty() || last == "IDAT"sv)) {
-            file.data += chunk->data;
+        } else if (chunk->name == "IDAT"sv && file.data.empty()) {
+            file.data = chunk->data;
         } else if (chunk->name != "IEND"sv && !isOptional) {
             return std::nullopt;
         }
