@@ -5,6 +5,8 @@
 #include "controls/StatePool.h"
 #include "platform/window/Desktop.h"
 
+#include <utility>
+
 namespace veldan {
 namespace {
 
@@ -40,6 +42,11 @@ bool CGPMenuButton::LoadImageResource(UINT id, const char* type) {
 bool CGPMenuButton::LoadImageFile(const CString& path, const char* /*type*/) {
     m_pImage = std::make_shared<CGPResourceImage>();
     return m_pImage->LoadFile(path);
+}
+
+bool CGPMenuButton::LoadImageBytes(CString bytes) {
+    m_pImage = std::make_shared<CGPResourceImage>();
+    return m_pImage->LoadBytes(std::move(bytes));
 }
 
 void CGPMenuButton::PreSubclassWindow() {

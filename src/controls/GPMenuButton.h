@@ -45,6 +45,8 @@ public:
     bool LoadImageResource(UINT id, const char* type);
     /// False if the file is no picture; the button is then drawn without one. `type` is of no importance.
     bool LoadImageFile(const CString& path, const char* type);
+    /// The same from the bytes of such a file.
+    bool LoadImageBytes(CString bytes);
 
     /// As if none had been loaded.
     void DropImage() { m_pImage.reset(); }

@@ -2,6 +2,8 @@
 
 #include "platform/resource/Resource.h"
 
+#include <utility>
+
 namespace veldan {
 
 CSize CGPImageHolder::GetSize() const {
@@ -20,6 +22,12 @@ bool CGPResourceImage::Load(UINT id, const char* type) {
         Empty();
     }
     return m_pBitmap != nullptr;
+}
+
+bool CGPResourceImage::LoadBytes(CString bytes) {
+    Empty();
+    m_pBitmap = Image::FromBytes(std::move(bytes));
+    return m_pBitmap->GetLastStatus() == DrawStatus::Ok;
 }
 
 bool CGPResourceImage::LoadFile(const CString& path) {

@@ -33,6 +33,9 @@ public:
 
     /// The same from a file, read at once. False leaves a picture that draws nothing.
     bool LoadFile(const CString& path);
+
+    /// The same from the bytes of a file.
+    bool LoadBytes(CString bytes);
 };
 
 }  // namespace veldan

@@ -91,15 +91,10 @@ BOOL CDlgCustomMenu::OnEraseBkgnd(CDC* pDC) {
 /// The host hears of the pick while the menu is still shown and the recent profiles are as they were.
 LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
     const int itemID = static_cast<int>(id);
-    const MenuItem* pItem = FindLevel2Item(itemID);
-    const MenuItem* pGroup = FindParentItem(itemID);
-    if (!pItem || !pGroup) {
+    const CString strPath = HostPathOf(itemID);
+    if (strPath.empty()) {
         return 1;
     }
-    CString strBase;
-    GetBasePath(strBase);
-    const CString strPath = ToHostPath(
-        Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
     const HWND self = GetSafeHwnd();
     if (m_hHostWnd) {
         Desktop::Get().ReleaseGrab();
@@ -109,9 +104,25 @@ LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
             return 1;
         }
     }
-    AddRecent(itemID);
+    // Nor need the row be the one that was clicked, if the host had entries taken out of the lists.
+    if (HostPathOf(itemID) == strPath) {
+        AddRecent(itemID);
+    }
     ShowWindow(SW_HIDE);
     return 1;
+}
+
+/// The path of a row's profile as the host is told it; empty where there is no such row.
+CString CDlgCustomMenu::HostPathOf(int itemID) {
+    const MenuItem* pItem = FindLevel2Item(itemID);
+    const MenuItem* pGroup = FindParentItem(itemID);
+    if (!pItem || !pGroup) {
+        return {};
+    }
+    CString strBase;
+    GetBasePath(strBase);
+    return ToHostPath(
+        Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
 }
 
 CString GetExeFolder() {

@@ -7,6 +7,8 @@
 #include "platform/dialog/Dialog.h"
 
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace veldan {
 
@@ -90,15 +92,25 @@ protected:
     CWnd* GetFirstFocus() override;
 
 private:
+    /// What an index says of a row, and what its files hold, as far as they could be read.
+    struct RowFiles {
+        CString strXml;
+        CString strPng;
+        CString strIconPath;
+        std::optional<CString> icon;
+        std::optional<CString> profile;
+    };
+
     BOOL OnEraseBkgnd(CDC* pDC);
     BOOL OnMouseWheel(UINT flags, short zDelta, CPoint point);
 
     void LoadLevel1();
     void LoadGroup(const CIniDocument& index, const CString& strProfiles, int number);
     void LoadLevel2(MenuItem* pItem, const CString& strPath);
-    void LoadRow(const CIniDocument& index, MenuItem* pGroup, const CString& strPath, int number);
-    void LoadIcon(CGPMenuButton& button, const CString& path);
-    void ReadProfileText(const CString& path, MenuItem* pItem);
+    void LoadRows(const CIniDocument& index, MenuItem* pGroup, const CString& strPath);
+    void LoadRow(MenuItem* pGroup, RowFiles row, int number);
+    void KeepIcon(CGPMenuButton& button, const CString& path, bool isRead);
+    static void ReadProfileText(std::string_view profile, MenuItem* pItem);
     void InsertItem(std::unique_ptr<MenuItem> pItem);
     void RemoveItem(const CString& strKey);
     [[nodiscard]] int MostRowsOf(const CString& strFolder) const;
@@ -119,6 +131,7 @@ private:
     [[nodiscard]] int VisibleRowsOf(int groupID) const;
     void SlideWindow(int zDelta);
 
+    [[nodiscard]] CString HostPathOf(int itemID);
     [[nodiscard]] CString ProfilesFolder();
     void SweepGroups();
     void RebuildGroup(int groupID, std::string_view folder);
@@ -140,7 +153,6 @@ private:
     int m_iVisibleRows = 11;
     int m_iRowAdjust = 0;  ///< Correction of the number of rows for the number of groups.
     CString m_strPath;
-    CString m_strProfile;          // the one being read; its memory serves for all
     std::size_t m_nIconBytes = 0;  // of all entries' icons, as they are kept
 };
 

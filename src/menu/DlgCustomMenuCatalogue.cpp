@@ -2,11 +2,13 @@
 #include "platform/core/File.h"
 #include "platform/core/FolderSnapshot.h"
 #include "platform/core/Path.h"
+#include "platform/core/ReadAhead.h"
 #include "storage/IniDocument.h"
 #include "storage/Log.h"
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace veldan {
 namespace {
@@ -16,6 +18,9 @@ constexpr std::string_view kSection = "Order";
 
 /// Names stand at the top of a profile; what is larger than any profile isn't read through.
 constexpr std::int64_t kMostProfileBytes = 256LL * 1024;
+
+/// One byte more than an icon may have tells that a file is none.
+constexpr std::int64_t kMostIconFileBytes = Image::kLargestFile + 1;
 
 /// A menu's icons take a few megabytes. What goes far beyond is no icon.
 constexpr std::size_t kMostIconBytes = std::size_t{96} * 1024 * 1024;
@@ -39,6 +44,11 @@ int CountIn(const CIniDocument& index, int most) {
 /// A name that leads out of its folder reads as one of a missing file. The empty one is the folder itself.
 bool StaysInFolder(const CString& strName) {
     return strName.empty() || IsPlainFileName(strName);
+}
+
+/// Empty, which is the path of no file, for a name that can't be one in the folder.
+CString PathIn(const CString& strFolder, const CString& strName) {
+    return IsPlainFileName(strName) ? strFolder + "/" + strName : CString();
 }
 
 /// The value of an element that fills its line, if it is this one.
@@ -132,8 +142,9 @@ void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProf
     pItem->m_strFolder = strName;
     pItem->m_pButton = CreateMenuButton(pItem->m_iID, strName, {2, top, 152, top + 30});
     if (StaysInFolder(strName)) {
-        LoadIcon(*pItem->m_pButton,
-                 ToHostPath(strProfiles + "Picture/" + ReplaceAll(strName, ".xml", ".png") + ".png"));
+        const CString strIcon = strProfiles + "Picture/" + ReplaceAll(strName, ".xml", ".png") + ".png";
+        const bool isWanted = m_nIconBytes < kMostIconBytes;
+        KeepIcon(*pItem->m_pButton, strIcon, pItem->m_pButton->LoadImageFile(isWanted ? strIcon : CString(), "PNG"));
     }
     pItem->m_pButton->SetCaption(isMarked ? strName + "*" : strName);
     pItem->m_pButton->SetKind(0);
@@ -158,9 +169,7 @@ void CDlgCustomMenu::LoadLevel2(MenuItem* pItem, const CString& strPath) {
     }
     LogMessage({kLogSource, __LINE__}, "----------------------parentid=%d iNum=%d strPath=%s", pItem->m_iID,
                pItem->m_iMenuNum, strPath.c_str());
-    for (int k = 0; k < pItem->m_iMenuNum; ++k) {
-        LoadRow(index, pItem, strPath, k);
-    }
+    LoadRows(index, pItem, strPath);
     if (isRecent || isUserDefine) {
         m_iNextLevel2ID = nextID;
     }
@@ -174,7 +183,28 @@ int CDlgCustomMenu::MostRowsOf(const CString& strFolder) const {
     return strFolder == kUserDefineFolder ? kMostUserDefineRows : kFirstItemID + kMostItems - m_iNextLevel2ID;
 }
 
-void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const CString& strPath, int number) {
+/// The files of all rows are read beside the making of the rows. Of a row's two, the icon comes first.
+void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const CString& strPath) {
+    std::vector<RowFiles> rows;
+    std::vector<ReadAhead::Request> requests;
+    for (int k = 0; k < pGroup->m_iMenuNum; ++k) {
+        RowFiles& row = rows.emplace_back();
+        row.strXml = index.Get(kSection, std::to_string(k), "");
+        row.strPng = index.Get(kSection, row.strXml, "");
+        row.strIconPath = PathIn(strPath, row.strPng);
+        const bool isShort = row.strIconPath.size() <= Image::kLongestPath;
+        requests.push_back({isShort ? row.strIconPath : CString(), FileAccess::Read, kMostIconFileBytes});
+        requests.push_back({PathIn(strPath, row.strXml), FileAccess::ReadWrite, kMostProfileBytes});
+    }
+    ReadAhead files(std::move(requests));
+    for (std::size_t k = 0; k < rows.size(); ++k) {
+        rows[k].icon = m_nIconBytes < kMostIconBytes ? files.Take(2 * k) : std::nullopt;
+        rows[k].profile = files.Take(2 * k + 1);
+        LoadRow(pGroup, std::move(rows[k]), static_cast<int>(k));
+    }
+}
+
+void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
     const int top = 17 + 50 * number;
     auto pItem = std::make_unique<MenuItem>();
     pItem->m_iID = m_iNextLevel2ID++;
@@ -182,14 +212,12 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
     pItem->m_iIndex = number;
     pItem->m_iParentID = pGroup->m_iID;
     pItem->m_pParent = pGroup;
-    pItem->m_strXml = index.Get(kSection, std::to_string(number), "");
-    pItem->m_strPng = index.Get(kSection, pItem->m_strXml, "");
+    pItem->m_strXml = std::move(row.strXml);
+    pItem->m_strPng = std::move(row.strPng);
 
     pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, {155, top, 505, top + 50});
     CGPMenuButton& button = *pItem->m_pButton;
-    if (IsPlainFileName(pItem->m_strPng)) {
-        LoadIcon(button, ToHostPath(strPath + "/" + pItem->m_strPng));
-    }
+    KeepIcon(button, row.strIconPath, button.LoadImageBytes(std::move(row.icon).value_or("")));
     button.SetKind(1);
     button.ShowWindow(SW_HIDE);
     LogMessage({kLogSource, __LINE__}, "xml=%s png=%s parent=%s id=%d", pItem->m_strXml.c_str(),
@@ -197,8 +225,8 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
     button.m_bRightClickEnabled = TRUE;
     button.m_pfnRightClick = OnItemRightClick;
     LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu add strKey=%s", KeyOf(pItem->m_iID).c_str());
-    if (IsPlainFileName(pItem->m_strXml)) {
-        ReadProfileText(strPath + "/" + pItem->m_strXml, pItem.get());
+    if (row.profile) {
+        ReadProfileText(*row.profile, pItem.get());
     }
     button.SetCaption(pItem->m_strName);
     button.SetDescription(pItem->m_strComment);
@@ -207,8 +235,7 @@ void CDlgCustomMenu::LoadRow(const CIniDocument& index, MenuItem* pGroup, const 
 
 /// A file that is there but is no picture gives an image all the same, one that draws nothing. Whether it is there is
 /// asked only where it could not be read: most can.
-void CDlgCustomMenu::LoadIcon(CGPMenuButton& button, const CString& path) {
-    const bool isRead = button.LoadImageFile(m_nIconBytes < kMostIconBytes ? path : CString(), "PNG");
+void CDlgCustomMenu::KeepIcon(CGPMenuButton& button, const CString& path, bool isRead) {
     if (!isRead && !PathExists(path, false)) {
         button.DropImage();
     }
@@ -216,19 +243,15 @@ void CDlgCustomMenu::LoadIcon(CGPMenuButton& button, const CString& path) {
 }
 
 /// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.
-void CDlgCustomMenu::ReadProfileText(const CString& path, MenuItem* pItem) {
-    if (!ReadFileStart(path, FileAccess::ReadWrite, m_strProfile, kMostProfileBytes)) {
-        return;
-    }
-    std::string_view rest = m_strProfile;
-    for (int hits = 0; hits < 2 && !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        const std::string_view line = Trim(rest.substr(0, end));
+void CDlgCustomMenu::ReadProfileText(std::string_view profile, MenuItem* pItem) {
+    for (int hits = 0; hits < 2 && !profile.empty();) {
+        const std::size_t end = std::min(profile.find('\n'), profile.size());
+        const std::string_view line = Trim(profile.substr(0, end));
         if (TakeValue(line, "<ProfileName value=\"", pItem->m_strName) ||
             TakeValue(line, "<ProfileComment value=\"", pItem->m_strComment)) {
             ++hits;
         }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+        profile.remove_prefix(std::min(end + 1, profile.size()));
     }
 }
 

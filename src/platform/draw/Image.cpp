@@ -29,9 +29,13 @@ std::unique_ptr<Image> Image::FromFile(const std::string& path) {
     return image;
 }
 
+std::unique_ptr<Image> Image::FromBytes(std::string&& bytes) {
+    return std::unique_ptr<Image>(new Image(std::move(bytes)));
+}
+
 std::unique_ptr<Image> Image::FromBytes(std::string_view bytes) {
     // What is too large to be an image isn't worth a copy.
-    return std::unique_ptr<Image>(new Image(std::string(bytes.substr(0, kLargestFile + 1))));
+    return FromBytes(std::string(bytes.substr(0, kLargestFile + 1)));
 }
 
 std::unique_ptr<Image> Image::FromBytes(std::span<const std::byte> bytes) {

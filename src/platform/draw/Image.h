@@ -26,6 +26,7 @@ public:
     static constexpr std::size_t kLongestPath = 1023;
 
     [[nodiscard]] static std::unique_ptr<Image> FromFile(const std::string& path);
+    [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::string&& bytes);
     /// Keeps a copy of the bytes.
     [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::string_view bytes);
     [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::span<const std::byte> bytes);

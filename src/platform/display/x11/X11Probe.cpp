@@ -1,11 +1,11 @@
 #include "platform/display/x11/X11Probe.h"
 
+#include "platform/core/QuietThread.h"
+
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
-
-#include <csignal>
 
 namespace veldan {
 
@@ -23,25 +23,14 @@ bool LeaveDescriptors() {
 }  // namespace
 
 X11Probe::X11Probe(const char* displayName) : m_displayName(displayName) {
-    // The host's handlers don't run on a thread that the host doesn't know.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    m_isRunning = pthread_create(&m_thread, nullptr, &Run, this) == 0;
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    if (m_isRunning) m_answered.acquire();
+    m_thread = StartQuietThread([this] { Attempt(); });
+    if (m_thread.joinable()) m_answered.acquire();
 }
 
 X11Probe::~X11Probe() {
-    if (!m_isRunning) return;
+    if (!m_thread.joinable()) return;
     m_finished.release();
-    pthread_join(m_thread, nullptr);
-}
-
-void* X11Probe::Run(void* probe) {
-    static_cast<X11Probe*>(probe)->Attempt();
-    return nullptr;
+    m_thread.join();
 }
 
 void X11Probe::Attempt() {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <pthread.h>
-
 #include <semaphore>
+#include <thread>
 
 namespace veldan {
 
@@ -21,15 +20,13 @@ public:
     [[nodiscard]] bool IsServerWilling() const { return m_isWilling; }
 
 private:
-    static void* Run(void* probe);
     void Attempt();
 
     const char* m_displayName;
     bool m_isWilling = true;
-    bool m_isRunning = false;
-    pthread_t m_thread{};
     std::binary_semaphore m_answered{0};
     std::binary_semaphore m_finished{0};
+    std::thread m_thread;
 };
 
 }  // namespace veldan
