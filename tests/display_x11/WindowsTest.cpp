@@ -10,6 +10,7 @@ struct ServerKind {
     const char* name;
     XServerOptions options;
     bool overTcp = false;
+    bool isComposited = false;
 };
 
 void PrintTo(const ServerKind& kind, std::ostream* out) {
@@ -22,6 +23,7 @@ protected:
     WindowsTest() : X11DisplayTest(GetParam().options) {}
 
     std::unique_ptr<Display> MakeDisplay() override {
+        if (GetParam().isComposited) m_hand.PoseAsCompositor();
         return CreateX11Display((GetParam().overTcp ? m_server.TcpName() : m_server.Name()).c_str());
     }
 };
@@ -31,6 +33,7 @@ INSTANTIATE_TEST_SUITE_P(OnServer, WindowsTest,
                                          ServerKind{"WithoutSharedMemory", {.arguments = {"-extension", "MIT-SHM"}}},
                                          ServerKind{"WithoutAlpha", {.arguments = {"-extension", "COMPOSITE"}}},
                                          ServerKind{"WithoutRender", {.arguments = {"-extension", "RENDER"}}},
+                                         ServerKind{"Composited", {}, false, true},
                                          ServerKind{"OverTcp", {.overTcp = true}, true}),
                          [](const auto& kind) { return kind.param.name; });
 
@@ -50,6 +53,25 @@ TEST_P(WindowsTest, PopupStandsExactlyWhereItIsToldWithItsPixels) {
     }
     EXPECT_EQ(m_hand.PixelAt({99, 120}), m_hand.PixelAt({99, 400})) << "nothing stands beside the window";
     EXPECT_EQ(m_hand.RectOf(m_hand.FindWindow("veldan menu")), kMenuRect);
+}
+
+TEST_P(WindowsTest, WhatIsDrawnOnASurfaceOfTheDisplaysIsSeenWhenPresented) {
+    m_display->CreateTopLevel(kMenu, {}, kMenuRect);
+    const std::shared_ptr<Surface> surface = m_display->MakeSurface(kMenu, kMenuRect.Size());
+    ASSERT_EQ(surface->Bounds().Size(), kMenuRect.Size());
+    EXPECT_EQ(surface->At(199, 159), 0U);
+    std::fill_n(surface->Row(0), 200 * 160, 0xff204060);
+    m_display->Present(kMenu, *surface, Region(CRect{0, 0, 1, 1}));
+    m_display->SetVisible(kMenu, true);
+    m_display->Flush();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060)) << "the first time all of it is taken over";
+    std::fill_n(surface->Row(20), 200 * 40, 0xff00ff00);
+    m_display->Present(kMenu, *surface, Region(CRect{0, 20, 200, 60}));
+    m_display->Flush();
+    EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, 0x00ff00));
+    m_display.reset();
+    surface->Row(0)[0] = 1;
+    EXPECT_EQ(surface->At(0, 0), 1U) << "its pixels outlive the display";
 }
 
 TEST_P(WindowsTest, UncoveredWindowShowsItsPixelsWithoutBeingPresentedAgain) {

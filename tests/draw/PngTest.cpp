@@ -6,6 +6,8 @@
 
 #include <zlib.h>
 
+#include <algorithm>
+
 namespace veldan {
 namespace {
 
@@ -55,6 +57,23 @@ TEST(Png, ReadsBackWhatItWrote) {
             EXPECT_EQ(copy->At(x, y), picture->At(x, y)) << x << ' ' << y;
         }
     }
+}
+
+// Flat, sloping and noisy rows are each stored in another way.
+TEST(Png, ReadsBackPicturesOfEveryTexture) {
+    Surface picture(35, 60);
+    std::uint32_t noise = 1;
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 35; ++x) {
+            noise = noise * 1664525 + 1013904223;
+            const auto slope = static_cast<std::uint32_t>(x * 3 + y * 2);
+            picture.Row(y)[x] = 0xff000000U | (y < 20 ? 0x336699U : y < 40 ? slope << 16 | slope << 8 : noise >> 8);
+        }
+    }
+    const auto copy = DecodePng(EncodePng(picture, PngAlpha::Keep));
+    ASSERT_TRUE(copy);
+    ASSERT_EQ(copy->Bounds(), picture.Bounds());
+    EXPECT_TRUE(std::equal(picture.Row(0), picture.Row(0) + 35 * 60, copy->Row(0)));
 }
 
 TEST(Png, WritesAScreenAsOpaque) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace veldan {
 namespace {
@@ -21,6 +22,11 @@ struct Text : testing::Test {
         canvas.dc.FillSolidRect({0, 0, 300, 100}, RGB(0, 0, 0));
         canvas.dc.DrawText(text, rect, format);
         return canvas.Around([&](int x, int y) { return canvas.At(x, y) != 0xff000000; });
+    }
+
+    [[nodiscard]] std::vector<std::uint32_t> Pixels() const {
+        const Surface& surface = *canvas.bitmap.GetSurface();
+        return {surface.Row(0), surface.Row(0) + 300 * 100};
     }
 
     CSize Measure(std::string_view text, UINT format = DT_LEFT, int width = 300) {
@@ -41,6 +47,21 @@ TEST_F(Text, MeasuresAFreshContextWithTheSystemFont) {
     EXPECT_EQ(dc.GetTextExtent("").cx, 0);
     EXPECT_GT(dc.GetTextExtent("Caption").cx, 30);
     EXPECT_GT(dc.GetTextExtent("A&B").cx, dc.GetTextExtent("AB").cx) << "an ampersand is a letter";
+}
+
+// The letters of plain text are put together by hand; a zero-width space makes any text one for the library.
+TEST_F(Text, LooksTheSameHoweverItIsDrawn) {
+    const std::string_view texts[] = {"Wave AVA, Tofu", "fi ffl rtf 7/8 (jQ)", "H.264 + AAC 1920x1080 @ 25"};
+    for (const auto& [height, weight] : {std::pair{14, kFontNormal}, {15, kFontBold}, {-30, kFontNormal}}) {
+        CFont other(height, weight);
+        canvas.dc.SelectObject(&other);
+        for (const std::string_view text : texts) {
+            Draw(text, {3, 5, 290, 90}, DT_SINGLELINE);
+            const std::vector<std::uint32_t> plain = Pixels();
+            Draw(std::string(text) + "\u200b", {3, 5, 290, 90}, DT_SINGLELINE);
+            EXPECT_EQ(Pixels(), plain) << text;
+        }
+    }
 }
 
 TEST_F(Text, TakesAPositiveHeightForTheLineAndANegativeOneForTheLetters) {

@@ -105,6 +105,16 @@ TEST_F(UserDefineTest, WithoutTheGroupTheIndexIsKeptAllTheSame) {
     EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml"));
 }
 
+TEST_F(UserDefineTest, APickOfWhatTheHostTakesOutEntersNoOther) {
+    Add("A-1.xml");
+    Add("B-1.xml");
+    Show();
+    m_host.onPick = [] { Menu().RemoveProfileByFile("A-1.xml"); };
+    Menu().OnItemClick(kFirstUserDefineID, 0);
+    EXPECT_THAT(OwnRows(), ElementsAre("B-1.xml"));
+    EXPECT_THAT(RecentRows(), IsEmpty());
+}
+
 TEST_F(UserDefineTest, TheStockIconIsNeverTouched) {
     m_tree.Write("UserDefine/order.ini", ProfileTree::Index({{"A.xml", "large_Default.png"}}));
     m_tree.Write("UserDefine/A.xml", "");

@@ -35,6 +35,28 @@ TEST_F(PaintingTest, HidingAChildShowsWhatIsUnderIt) {
     EXPECT_EQ(Seen({20, 20}), 0xc80000U);
 }
 
+TEST_F(PaintingTest, NothingIsDrawnUnderAChildThatCoversItself) {
+    ProbeWnd window;
+    Probe<CButton> mute;
+    ProbeWnd above;
+    MakePopup(window, {0, 0, 100, 100});
+    MakeChild(above, window, {40, 40, 60, 60});
+    mute.Create("", WS_CHILD | WS_VISIBLE, {10, 10, 90, 90}, &window, 1);
+    above.colour = RGB(0, 200, 0);
+    mute.SetOpaque();
+    Person().Settle();
+    window.colour = RGB(0, 0, 200);
+    window.Invalidate();
+    Person().Settle();
+    EXPECT_EQ(Seen({5, 5}), 0x0000c8U);
+    EXPECT_EQ(Seen({20, 20}), 0xc80000U) << "left to the child, which draws nothing at all";
+    EXPECT_EQ(Seen({50, 50}), 0x00c800U);
+    const CClientDC dc(&window);
+    window.Invalidate();
+    const CClientDC whole(&window);
+    EXPECT_EQ(whole.GetSurface()->At(5, 5), 0xff0000c8U);
+}
+
 TEST_F(PaintingTest, OnlyTheDirtyPartIsPresented) {
     ProbeWnd window;
     ProbeWnd child;

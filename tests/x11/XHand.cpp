@@ -203,6 +203,13 @@ void XHand::AskToClose(xcb_window_t window) {
     Sync();
 }
 
+void XHand::PoseAsCompositor() {
+    const xcb_window_t window = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, 0, window, m_root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0, nullptr);
+    xcb_set_selection_owner(m_connection, window, Atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+    Sync();
+}
+
 void XHand::ResizeScreen(CSize size) {
     Ask<&xcb_randr_query_version_reply>(m_connection, xcb_randr_query_version(m_connection, 1, 3));
     const auto resources = Ask<&xcb_randr_get_screen_resources_current_reply>(

@@ -67,6 +67,9 @@ public:
     void AskToMove(xcb_window_t window, CPoint screen);
     void AskToClose(xcb_window_t window);
 
+    /// Looks to programs like a compositor from now on; nothing is composed.
+    void PoseAsCompositor();
+
     /// What a person does who chooses another resolution, smaller than the first.
     void ResizeScreen(CSize size);
 
