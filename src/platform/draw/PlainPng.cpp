@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -115,7 +114,8 @@ bool Unfilter(int filter, Bytes row, const std::uint8_t* above) {
             Add(row, above, [](int left, int, int) { return left; });
             return true;
         case 2:
-            std::transform(row.begin(), row.end(), above, row.begin(), std::plus<std::uint8_t>());
+            std::transform(row.begin(), row.end(), above, row.begin(),
+                           [](int byte, int up) { return static_cast<std::uint8_t>(byte + up); });
             return true;
         case 3:
             Add(row, above, [](int left, int up, int) { return (left + up) / 2; });

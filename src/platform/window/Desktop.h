@@ -215,7 +215,7 @@ private:
     /// What a pending erase leaves out: nothing where the pixels are to be read or drawn on, and the children that
     /// cover their own where all of it is painted anew.
     enum class EraseArea { Whole, AroundOpaqueChildren };
-    void EraseNow(HWND window, EraseArea area);
+    void EraseNow(HWND window, EraseArea wanted);
     void SubtractOpaqueChildren(const WindowRecord& record, CPoint origin, Region& clip) const;
     void InvalidateChildren(const WindowRecord& record, const Region& area);
     void PresentAll();
