@@ -109,7 +109,7 @@ private:
     void LoadLevel2(MenuItem* pItem, const CString& strPath);
     void LoadRows(const CIniDocument& index, MenuItem* pGroup, const CString& strPath);
     void LoadRow(MenuItem* pGroup, RowFiles row, int number);
-    void KeepIcon(CGPMenuButton& button, const CString& path, bool isRead);
+    void FinishIcon(CGPMenuButton& button, const CString& path, bool isRead);
     static void ReadProfileText(std::string_view profile, MenuItem* pItem);
     void InsertItem(std::unique_ptr<MenuItem> pItem);
     void RemoveItem(const CString& strKey);

@@ -144,7 +144,7 @@ void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProf
     if (StaysInFolder(strName)) {
         const CString strIcon = strProfiles + "Picture/" + ReplaceAll(strName, ".xml", ".png") + ".png";
         const bool isWanted = m_nIconBytes < kMostIconBytes;
-        KeepIcon(*pItem->m_pButton, strIcon, pItem->m_pButton->LoadImageFile(isWanted ? strIcon : CString(), "PNG"));
+        FinishIcon(*pItem->m_pButton, strIcon, pItem->m_pButton->LoadImageFile(isWanted ? strIcon : CString(), "PNG"));
     }
     pItem->m_pButton->SetCaption(isMarked ? strName + "*" : strName);
     pItem->m_pButton->SetKind(0);
@@ -198,6 +198,7 @@ void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const
     }
     ReadAhead files(std::move(requests));
     for (std::size_t k = 0; k < rows.size(); ++k) {
+        // Beyond the limit the icons are left to lie, which also keeps the others from being read ahead.
         rows[k].icon = m_nIconBytes < kMostIconBytes ? files.Take(2 * k) : std::nullopt;
         rows[k].profile = files.Take(2 * k + 1);
         LoadRow(pGroup, std::move(rows[k]), static_cast<int>(k));
@@ -217,7 +218,7 @@ void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
 
     pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, {155, top, 505, top + 50});
     CGPMenuButton& button = *pItem->m_pButton;
-    KeepIcon(button, row.strIconPath, button.LoadImageBytes(std::move(row.icon).value_or("")));
+    FinishIcon(button, row.strIconPath, button.LoadImageBytes(std::move(row.icon).value_or("")));
     button.SetKind(1);
     button.ShowWindow(SW_HIDE);
     LogMessage({kLogSource, __LINE__}, "xml=%s png=%s parent=%s id=%d", pItem->m_strXml.c_str(),
@@ -235,7 +236,7 @@ void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
 
 /// A file that is there but is no picture gives an image all the same, one that draws nothing. Whether it is there is
 /// asked only where it could not be read: most can.
-void CDlgCustomMenu::KeepIcon(CGPMenuButton& button, const CString& path, bool isRead) {
+void CDlgCustomMenu::FinishIcon(CGPMenuButton& button, const CString& path, bool isRead) {
     if (!isRead && !PathExists(path, false)) {
         button.DropImage();
     }

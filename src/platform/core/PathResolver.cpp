@@ -20,6 +20,8 @@ namespace veldan {
 class FolderNames {
 public:
     explicit FolderNames(const CString& folder);
+    FolderNames(const FolderNames&) = delete;
+    FolderNames& operator=(const FolderNames&) = delete;
 
     /// The spelling of `name`; empty where no name matches.
     [[nodiscard]] std::string_view Find(std::string_view name);
@@ -56,6 +58,7 @@ public:
         m_mapNames.clear();
         m_mapFolders.clear();
         m_strOpenFolder.clear();
+        m_openFolder.Close();
     }
 
 private:

@@ -1,7 +1,7 @@
 #include "platform/core/QuietThread.h"
 
 #include <csignal>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 #include <sched.h>
@@ -16,7 +16,7 @@ std::thread StartQuietThread(std::function<void()> work) {
     std::thread thread;
     try {
         thread = std::thread(std::move(work));
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
         // The caller does the work itself.
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);

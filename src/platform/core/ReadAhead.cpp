@@ -5,6 +5,7 @@
 
 #include <sched.h>
 
+#include <new>
 #include <utility>
 
 namespace veldan {
@@ -53,8 +54,12 @@ bool ReadAhead::ReadIfFree(std::size_t request) {
         return false;
     }
     const Request& wanted = m_requests[request];
-    if (CString bytes; ReadFileStart(wanted.path, wanted.access, bytes, wanted.mostBytes)) {
-        entry.bytes = std::move(bytes);
+    try {
+        if (CString bytes; ReadFileStart(wanted.path, wanted.access, bytes, wanted.mostBytes)) {
+            entry.bytes = std::move(bytes);
+        }
+    } catch (const std::bad_alloc&) {
+        // A file that there is no memory for can't be read.
     }
     ChangeHeld(entry, 1);
     entry.state = State::Read;

@@ -26,6 +26,10 @@ constexpr std::string_view kPrintable =
 // Nobody sees more of a paragraph than this, and laying it out would take a while.
 constexpr std::size_t kLongestParagraph = 8192;
 
+// What is larger is drawn by the library, which leaves out what can't be seen.
+constexpr std::size_t kLongestPlain = 1024;
+constexpr int kTallestPlain = 64;
+
 // Faces that nobody has selected are forgotten when there are more than these.
 constexpr std::size_t kKeptFaces = 64;
 
@@ -74,7 +78,7 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
     return result;
 }
 
-// The same without what isn't covered at the sides.
+// A mask without the rows and columns at its sides that cover nothing.
 TextMask Cropped(const TextMask& mask) {
     TextMask cropped;
     CRect& box = cropped.box;
@@ -107,6 +111,10 @@ TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     // Smoothed edges reach a little further.
     mask.box = mask.box.Inflate(1, 1);
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, mask.box.Width(), mask.box.Height());
+    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(surface);
+        return {};
+    }
     cairo_t* target = cairo_create(surface);
     cairo_set_scaled_font(target, scaled);
     glyph.x = -mask.box.left;
@@ -188,7 +196,7 @@ void FontFace::PreparePlainText(PangoContext* context) {
 
 // A text without a letter has no script of its own.
 bool FontFace::IsPlain(std::string_view text) const {
-    return m_plainItem && text.size() <= kLongestParagraph &&
+    return m_plainItem && text.size() <= kLongestPlain && LineHeight() <= kTallestPlain &&
            std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) &&
            std::ranges::any_of(text, [](char c) { return g_ascii_isalpha(c); });
 }

@@ -1,5 +1,6 @@
 #include "platform/draw/PlainPngInternal.h"
 
+#include "platform/draw/PngBytesInternal.h"
 #include "platform/draw/Surface.h"
 
 #include <libdeflate.h>
@@ -25,14 +26,6 @@ constexpr std::string_view kPlainForm = "\x08\x06\0\0\0"sv;
 
 using Bytes = std::span<std::uint8_t>;
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
-    std::uint32_t number = 0;
-    for (const char byte : bytes.substr(offset, 4)) {
-        number = number << 8 | static_cast<unsigned char>(byte);
-    }
-    return number;
-}
-
 struct Chunk {
     std::string_view name;
     std::string_view data;
@@ -41,16 +34,24 @@ struct Chunk {
 // Takes the first chunk off; nothing where it is cut short or its check sum is wrong.
 std::optional<Chunk> TakeChunk(std::string_view& bytes) {
     constexpr std::size_t kFrame = 12;  // length, name and check sum
-    const std::uint32_t length = bytes.size() >= kFrame ? NumberAt(bytes, 0) : 0;
+    const std::uint32_t length = bytes.size() >= kFrame ? PngNumberAt(bytes, 0) : 0;
     if (bytes.size() < kFrame || length > bytes.size() - kFrame) {
         return std::nullopt;
     }
     const std::string_view summed = bytes.substr(4, length + 4);
-    if (libdeflate_crc32(0, summed.data(), summed.size()) != NumberAt(bytes, length + 8)) {
+    if (libdeflate_crc32(0, summed.data(), summed.size()) != PngNumberAt(bytes, length + 8)) {
         return std::nullopt;
     }
     bytes.remove_prefix(length + kFrame);
     return Chunk{summed.substr(0, 4), summed.substr(4)};
+}
+
+bool IsLower(char c) {
+    return c >= 'a' && c <= 'z';
+}
+
+bool IsLetter(char c) {
+    return IsLower(c) || (c >= 'A' && c <= 'Z');
 }
 
 /// What makes the picture.
@@ -71,12 +72,12 @@ std::optional<PlainFile> ReadFile(std::string_view bytes) {
         if (!chunk) {
             return std::nullopt;
         }
-        const bool isOptional = (chunk->name.front() & 0x20) != 0;
+        const bool isOptional = IsLower(chunk->name.front()) && std::ranges::all_of(chunk->name, IsLetter);
         if (chunk->name == "IHDR"sv && last.empty() && chunk->data.substr(8) == kPlainForm) {
-            file.size = {static_cast<int>(NumberAt(chunk->data, 0)), static_cast<int>(NumberAt(chunk->data, 4))};
+            file.size = {static_cast<int>(PngNumberAt(chunk->data, 0)), static_cast<int>(PngNumberAt(chunk->data, 4))};
         } else if (chunk->name == "IDAT"sv && file.data.empty()) {
             file.data = chunk->data;
-        } else if (chunk->name != "IEND"sv && !isOptional) {
+        } else if (!isOptional && (chunk->name != "IEND"sv || !chunk->data.empty())) {
             return std::nullopt;
         }
         last = chunk->name;
@@ -164,6 +165,9 @@ std::unique_ptr<Surface> DecodePlainPng(std::string_view bytes) {
         return nullptr;
     }
     auto surface = std::make_unique<Surface>(file->size.cx, file->size.cy);
+    if (surface->Width() != file->size.cx) {
+        return nullptr;
+    }
     const std::uint8_t* above = rows.data();
     for (int y = 0; y < surface->Height(); ++y) {
         std::uint8_t* filter = rows.data() + length + static_cast<std::size_t>(y) * (length + 1);

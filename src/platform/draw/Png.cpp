@@ -2,8 +2,10 @@
 
 #include "platform/draw/PixelsInternal.h"
 #include "platform/draw/PlainPngInternal.h"
+#include "platform/draw/PngBytesInternal.h"
 #include "platform/draw/Surface.h"
 
+#include <libdeflate.h>
 #include <png.h>
 
 #include <algorithm>
@@ -40,30 +42,11 @@ struct Header {
     int interlace = 0;
 };
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
-    std::uint32_t number = 0;
-    for (const char byte : bytes.substr(offset, 4)) {
-        number = number << 8 | static_cast<unsigned char>(byte);
-    }
-    return number;
-}
-
-std::uint32_t CheckSum(std::string_view bytes) {
-    std::uint32_t sum = 0xffffffff;
-    for (const char byte : bytes) {
-        sum ^= static_cast<unsigned char>(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            sum = sum >> 1 ^ (sum & 1 ? 0xedb88320 : 0);
-        }
-    }
-    return ~sum;
-}
-
 // Walks over the chunks behind the signature. The data of pictures is as long as `dataSize` then.
 bool HasWholeChunks(std::string_view bytes, std::uint64_t& dataSize) {
     dataSize = 0;
     while (bytes.size() >= kChunkFrame) {
-        const std::uint32_t length = NumberAt(bytes, 0);
+        const std::uint32_t length = PngNumberAt(bytes, 0);
         const std::string_view name = bytes.substr(4, 4);
         if (length > bytes.size() - kChunkFrame) {
             return false;
@@ -84,10 +67,10 @@ std::optional<Header> ReadHeader(std::string_view bytes) {
     const std::size_t start = kSignature.size() + kHeaderFrame.size();
     if (!bytes.starts_with(kSignature) || bytes.size() < kSignature.size() + kHeaderSize + kChunkFrame ||
         bytes.substr(kSignature.size(), kHeaderFrame.size()) != kHeaderFrame ||
-        NumberAt(bytes, start + kHeaderSize) != CheckSum(bytes.substr(start - 4, kHeaderSize + 4))) {
+        PngNumberAt(bytes, start + kHeaderSize) != libdeflate_crc32(0, bytes.data() + start - 4, kHeaderSize + 4)) {
         return std::nullopt;
     }
-    return Header{NumberAt(bytes, start), NumberAt(bytes, start + 4), bytes[start + 8], bytes[start + 9],
+    return Header{PngNumberAt(bytes, start), PngNumberAt(bytes, start + 4), bytes[start + 8], bytes[start + 9],
                   bytes[start + 12]};
 }
 

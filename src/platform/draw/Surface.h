@@ -13,8 +13,8 @@ struct _cairo_surface;
 namespace veldan {
 
 /// A rectangle of 32-bit pixels, 0xAARRGGBB with premultiplied alpha, rows from top to bottom without gaps.
-/// Starts as zeros (transparent black). Sides may be 0; negative
-/// ones count as 0, and both are 0 when memory is short. Shared by the device contexts and bitmaps that hold it.
+/// Made by its size, it starts as zeros (transparent black). Sides may be 0; negative ones count as 0, and both are 0
+/// when memory is short. Shared by the device contexts and bitmaps that hold it.
 class VELDAN_PLATFORM_API Surface {
 public:
     Surface(int width, int height);

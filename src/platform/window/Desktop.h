@@ -27,7 +27,8 @@ using TimerProc = void (*)(UINT_PTR id);
 ///
 /// Whatever calls out (handlers, callbacks) may destroy any window and delete its object; so only handles are kept
 /// across calls, and each is asked again afterwards. Messages are retrieved in this order: posted, quit, input,
-/// painting, timers; sent ones run at once, nested. One thread.
+/// painting, timers; sent ones run at once, nested. Between paints in a row, input that the display still has is
+/// fetched every few milliseconds. One thread.
 class VELDAN_PLATFORM_API Desktop {
 public:
     /// Sees every message that a window is given, in the order in which they start.
@@ -262,6 +263,7 @@ private:
     std::deque<MSG> m_posted;
     std::deque<DisplayEvent> m_input;
     int m_nPaintsSinceRead = 0;
+    std::int64_t m_inputReadAt = 0;
     bool m_bQuit = false;
     int m_nQuitResult = 0;
     MSG m_currentMessage;

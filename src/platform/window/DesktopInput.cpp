@@ -8,11 +8,12 @@ namespace veldan {
 
 namespace {
 
-constexpr int kDoubleClickTime = 500;    // milliseconds between the two presses
-constexpr int kDoubleClickDistance = 4;  // pixels that the pointer may stray between them
-constexpr int kHoverBox = 4;             // pixels a side of the box that a resting pointer stays in
-constexpr int kPaintsInARow = 32;        // before the display is asked for input again
-constexpr std::intptr_t kHitClient = 1;  // the only part that windows without decoration have
+constexpr int kDoubleClickTime = 500;      // milliseconds between the two presses
+constexpr int kDoubleClickDistance = 4;    // pixels that the pointer may stray between them
+constexpr int kHoverBox = 4;               // pixels a side of the box that a resting pointer stays in
+constexpr int kPaintsInARow = 32;          // before the display is asked for input again
+constexpr std::int64_t kTimeOfPaints = 4;  // milliseconds of paints that are long enough to ask, too
+constexpr std::intptr_t kHitClient = 1;    // the only part that windows without decoration have
 
 struct ButtonMessages {
     UINT down;
@@ -80,7 +81,9 @@ Desktop::Retrieved Desktop::NextInput(MSG& message) {
         return RetestPointer(message);
     }
     // Asking a connection costs as much as painting a small window, so a row of paints isn't parted by it.
-    if (m_nPaintsSinceRead % kPaintsInARow == 0) {
+    const std::int64_t now = m_clock->Now();
+    if (m_nPaintsSinceRead % kPaintsInARow == 0 || now - m_inputReadAt >= kTimeOfPaints) {
+        m_inputReadAt = now;
         ReadDisplay();
     }
     if (m_input.empty()) {
@@ -335,10 +338,6 @@ CPoint Desktop::CursorPos() {
 }
 
 void Desktop::ReleaseGrab() {
-    // Only a button that is held down grabs the pointer.
-    if ((m_uPointerFlags & (MK_LBUTTON | MK_MBUTTON | MK_RBUTTON)) == 0) {
-        return;
-    }
     m_display->ReleaseGrab();
     m_display->Flush();
 }

@@ -65,8 +65,8 @@ public:
     /// The window's and all its ancestors' visible flags.
     [[nodiscard]] bool IsWindowVisible() const;
     bool ModifyStyle(UINT remove, UINT add);
-    /// Promises that every paint covers all of the window's pixels; its parent then draws nothing under it that would
-    /// be painted over at once.
+    /// Promises that every paint covers all of the window's pixels; a paint of its parent then draws nothing under it.
+    /// Who reads the parent's pixels there between the two paints finds what was there before.
     void SetOpaque();
     [[nodiscard]] UINT GetStyle() const;
     void SetWindowText(const CString& text);

@@ -53,15 +53,15 @@ bool HasOurColours(const xcb_visualtype_t& visual) {
 
 // The root's visual if it fits and has this depth, else the first that does, 0 where there is none.
 xcb_visualid_t VisualOf(const xcb_screen_t* screen, std::uint8_t depth) {
-    xcb_visualid_t first = 0;
+    xcb_visualid_t best = 0;
     for (auto it = xcb_screen_allowed_depths_iterator(screen); it.rem > 0; xcb_depth_next(&it)) {
         if (it.data->depth != depth) continue;
         for (auto visual = xcb_depth_visuals_iterator(it.data); visual.rem > 0; xcb_visualtype_next(&visual)) {
             const xcb_visualid_t id = visual.data->visual_id;
-            if (HasOurColours(*visual.data) && (first == 0 || id == screen->root_visual)) first = id;
+            if (HasOurColours(*visual.data) && (best == 0 || id == screen->root_visual)) best = id;
         }
     }
-    return first;
+    return best;
 }
 
 bool IsLocal(int descriptor) {

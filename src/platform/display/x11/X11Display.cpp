@@ -112,6 +112,7 @@ void X11Display::TakeFocus(TopLevelId id) {
 void X11Display::GiveBackFocus() {
     const X11PipeGuard guard;
     if (!IsAlive()) return;
+    m_focus.EndStrayLosses();
     // The latest news of the focus mostly answer the question who has it.
     ReadEvents();
     m_focus.GiveBack();

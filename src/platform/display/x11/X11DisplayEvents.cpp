@@ -127,7 +127,7 @@ void X11Display::TranslateExtension(const xcb_generic_event_t& event) {
     if (type == XCB_GE_GENERIC) {
         const auto& generic = As<xcb_ge_generic_event_t>(event);
         if (generic.extension != features.inputOpcode || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
-        if (m_outside.OnRawPress(generic, m_pointerIn != 0)) m_focus.OnPressAnywhere();
+        if (m_outside.OnRawPress(generic, m_pointerIn != 0)) m_focus.EndStrayLosses();
         PushOutside();
     } else if (features.sharedMemory && type == features.sharedMemoryEvent + XCB_SHM_COMPLETION) {
         m_upload.OnCompletion(As<xcb_shm_completion_event_t>(event));
@@ -160,7 +160,7 @@ void X11Display::OnLeave(const xcb_leave_notify_event_t& event) {
 }
 
 void X11Display::OnPress(const xcb_button_press_event_t& event) {
-    m_focus.OnPressAnywhere();
+    m_focus.EndStrayLosses();
     if (m_outside.OnPress(event)) return PushOutside();
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
     if (!topLevel || event.detail > 5) return;

@@ -45,10 +45,10 @@ void X11Focus::LearnWhoHadIt() {
 
 void X11Focus::GiveBack() {
     m_wanted = 0;
-    m_shown = 0;
     LearnWhoHadIt();
     const xcb_window_t before = std::exchange(m_before, 0);
     if (before == 0) return;
+    // It is where the last order put it, so there is nothing to ask, and the person needn't wait for the answer.
     if (m_now != 0 && m_now == m_ordered && !m_hasNews) {
         Set(before);
         return;
@@ -65,7 +65,8 @@ void X11Focus::OnShow(const X11TopLevel& topLevel) {
 
 void X11Focus::OnHide(const X11TopLevel& topLevel) {
     // Where another own window was given the focus just before, the news of that one are all there is to wait for.
-    const bool isOnItsWay = m_ordered != 0 && m_ordered != topLevel.Id();
+    const X11TopLevel* ordered = m_windows.Find(m_ordered);
+    const bool isOnItsWay = ordered && ordered->IsViewable() && ordered->Id() != topLevel.Id();
     m_hasNews = m_hasNews || (m_now == topLevel.Id() && !isOnItsWay);
     for (TopLevelId* id : {&m_now, &m_wanted, &m_ordered, &m_shown}) {
         if (*id == topLevel.Id()) *id = 0;

@@ -23,7 +23,8 @@ public:
     /// The window won't have the focus from now on.
     void OnHide(const X11TopLevel& topLevel);
     void OnMap(X11TopLevel& topLevel);
-    void OnPressAnywhere() { m_shown = 0; }
+    /// From here on a loss of the focus is somebody's will.
+    void EndStrayLosses() { m_shown = 0; }
     void OnFocusIn(const X11TopLevel& topLevel);
     void OnFocusOut(const X11TopLevel& topLevel);
 

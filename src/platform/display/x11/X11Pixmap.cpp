@@ -9,13 +9,13 @@ X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t 
     : m_connection(connection), m_upload(upload), m_id(xcb_generate_id(connection.Get())), m_size(size) {
     const auto width = static_cast<std::uint16_t>(size.cx);
     const auto height = static_cast<std::uint16_t>(size.cy);
-    if (m_connection.Features().sharedPixmaps && m_upload.IsShared()) {
+    if (m_upload.SharesPixmaps()) {
         m_memory = std::make_shared<X11SharedMemory>(m_connection, sizeof(std::uint32_t) * width * height,
                                                      X11SharedMemory::Access::Write);
     }
     if (m_memory && m_memory->Exists()) {
         xcb_shm_create_pixmap(m_connection.Get(), m_id, window, width, height, m_connection.Depth(), m_memory->Id(), 0);
-        xcb_shm_detach(m_connection.Get(), m_memory->Id());
+        m_memory->Detach();
     } else {
         m_memory.reset();
         xcb_create_pixmap(m_connection.Get(), m_connection.Depth(), m_id, window, width, height);
@@ -38,7 +38,7 @@ void X11Pixmap::Copy(const Surface& from, const CRect& area) {
         // The server may show a part of the picture meanwhile. What is seen then is half old, half new, and whole with
         // the request that follows.
         std::uint32_t* to = Pixels() + std::ptrdiff_t{area.top} * m_size.cx + area.left;
-        CopyOpaque(from, area, m_connection.Depth(), to, m_size.cx);
+        CopyRows(from, area, m_connection.Depth(), to, m_size.cx);
     }
 }
 

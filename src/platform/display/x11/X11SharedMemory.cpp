@@ -29,6 +29,11 @@ X11SharedMemory::~X11SharedMemory() {
     if (Exists()) munmap(m_bytes.data(), m_bytes.size());
 }
 
+void X11SharedMemory::Detach() {
+    xcb_shm_detach(m_connection.Get(), m_id);
+    xcb_discard_reply(m_connection.Get(), m_attached.sequence);
+}
+
 bool X11SharedMemory::IsAccepted() {
     return Exists() && !m_connection.Check(m_attached) && m_connection.IsAlive();
 }

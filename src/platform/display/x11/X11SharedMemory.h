@@ -25,7 +25,9 @@ public:
     [[nodiscard]] bool Exists() const { return !m_bytes.empty(); }
     /// Waits until the server has said whether it takes the memory. To be asked once, behind the construction.
     [[nodiscard]] bool IsAccepted();
-    /// The server's number for it, until the connection ends or a request gives it back.
+    /// Gives back the server's number, without asking whether it took the memory. Pictures in it stay.
+    void Detach();
+    /// The server's number for it, until then or until the connection ends.
     [[nodiscard]] xcb_shm_seg_t Id() const { return m_id; }
     /// Zeros at first; only what is touched takes memory.
     [[nodiscard]] std::span<std::uint8_t> Bytes() const { return m_bytes; }

@@ -64,7 +64,7 @@ private:
     CRect m_rect;
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
-    std::optional<X11Pixmap> m_pixmap;  // what was presented last
+    std::optional<X11Pixmap> m_pixmap;  // what the window shows
     bool m_isPixmapNew = false;         // nothing was presented yet
     bool m_isVisible = false;
     bool m_isViewable = false;

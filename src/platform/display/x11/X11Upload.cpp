@@ -33,7 +33,7 @@ CRect UpperBand(const CRect& area, std::size_t bytes) {
 
 }  // namespace
 
-void CopyOpaque(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride) {
+void CopyRows(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride) {
     for (int y = area.top; y < area.bottom; ++y, to += stride) {
         const std::span<const std::uint32_t> row(from.Row(y) + area.left, from.Row(y) + area.right);
         if (depth == 32) {
@@ -51,6 +51,8 @@ X11Upload::X11Upload(X11Connection& connection) : m_connection(connection) {
         segment.memory.emplace(m_connection, kSegmentBytes, X11SharedMemory::Access::Read);
     }
     m_isShared = std::ranges::all_of(m_segments, [](Segment& segment) { return segment.memory->IsAccepted(); });
+    m_sharesPixmaps = m_isShared && m_connection.Features().sharedPixmaps &&
+                      X11SharedMemory(m_connection, kSharedFrom, X11SharedMemory::Access::Write).IsAccepted();
 }
 
 void X11Upload::Copy(const Surface& from, const CRect& area, xcb_pixmap_t to) {
@@ -82,8 +84,8 @@ X11Upload::Segment* X11Upload::SegmentWithRoom(std::size_t bytes) {
 }
 
 void X11Upload::CopyShared(Segment& segment, const Surface& from, const CRect& band, xcb_pixmap_t to) {
-    CopyOpaque(from, band, m_connection.Depth(),
-               reinterpret_cast<std::uint32_t*>(segment.memory->Bytes().data() + segment.used), band.Width());
+    CopyRows(from, band, m_connection.Depth(),
+             reinterpret_cast<std::uint32_t*>(segment.memory->Bytes().data() + segment.used), band.Width());
     const auto width = static_cast<std::uint16_t>(band.Width());
     const auto height = static_cast<std::uint16_t>(band.Height());
     xcb_shm_put_image(m_connection.Get(), to, ContextFor(to), width, height, 0, 0, width, height,
@@ -95,7 +97,7 @@ void X11Upload::CopyShared(Segment& segment, const Surface& from, const CRect& b
 
 void X11Upload::CopyPlain(const Surface& from, const CRect& band, xcb_pixmap_t to) {
     m_band.resize(static_cast<std::size_t>(band.Width()) * static_cast<std::size_t>(band.Height()));
-    CopyOpaque(from, band, m_connection.Depth(), m_band.data(), band.Width());
+    CopyRows(from, band, m_connection.Depth(), m_band.data(), band.Width());
     xcb_put_image(m_connection.Get(), XCB_IMAGE_FORMAT_Z_PIXMAP, to, ContextFor(to),
                   static_cast<std::uint16_t>(band.Width()), static_cast<std::uint16_t>(band.Height()),
                   static_cast<std::int16_t>(band.left), static_cast<std::int16_t>(band.top), 0, m_connection.Depth(),

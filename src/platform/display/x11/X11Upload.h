@@ -12,7 +12,7 @@ class Surface;
 
 /// Copies an area row by row to where rows lie `stride` pixels apart. Pictures of 32 bits get the alpha of every pixel
 /// at its most; others have none.
-void CopyOpaque(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride);
+void CopyRows(const Surface& from, const CRect& area, std::uint8_t depth, std::uint32_t* to, std::ptrdiff_t stride);
 
 /// Hands pixels over to pixmaps of the server, all opaque. It never waits: pixels go through two pieces of shared
 /// memory, each drawn into again only after the server has told that it has read it, and through the connection itself
@@ -29,6 +29,8 @@ public:
     void OnCompletion(const xcb_shm_completion_event_t& event);
     /// Whether pixels go through shared memory at all.
     [[nodiscard]] bool IsShared() const { return m_isShared; }
+    /// Whether the server lets whole pictures lie in shared memory, and takes memory that it may write to.
+    [[nodiscard]] bool SharesPixmaps() const { return m_sharesPixmaps; }
 
 private:
     struct Segment {
@@ -46,6 +48,7 @@ private:
     std::array<Segment, 2> m_segments;
     std::size_t m_current = 0;
     bool m_isShared = false;
+    bool m_sharesPixmaps = false;
     xcb_gcontext_t m_context = 0;
     std::size_t m_bandBytes;
     std::vector<std::uint32_t> m_band;
