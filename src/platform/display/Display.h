@@ -95,9 +95,9 @@ public:
     /// Hands the focus back to whoever had it before, where it is still ours.
     virtual void GiveBackFocus() = 0;
 
-    /// Makes a surface for the pixels of a window of this size, for Present. A display may show it without a copy of its
-    /// own: what is drawn on it can then be seen before it is presented. The surface stays good when the window or the
-    /// display goes.
+    /// Makes a surface for the pixels of a window of this size, for Present. A display may show it without a copy of
+    /// its own: what is drawn on it can then be seen before it is presented. The surface stays good when the window or
+    /// the display goes.
     [[nodiscard]] virtual std::shared_ptr<Surface> MakeSurface(TopLevelId id, CSize size);
     /// Takes over the dirty part of the window's pixels. `pixels` is the whole window, whoever made it, and may change
     /// after the call.
