@@ -339,7 +339,6 @@ CPoint Desktop::CursorPos() {
 
 void Desktop::ReleaseGrab() {
     m_display->ReleaseGrab();
-    m_display->Flush();
 }
 
 void Desktop::SetCursor(CursorShape shape) {

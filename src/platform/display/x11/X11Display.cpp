@@ -4,6 +4,8 @@
 #include "platform/display/x11/X11PipeGuard.h"
 #include "platform/display/x11/X11Probe.h"
 
+#include <utility>
+
 namespace veldan {
 
 std::unique_ptr<Display> CreateX11Display(const char* displayName) {
@@ -144,8 +146,8 @@ CPoint X11Display::QueryPointer() {
 }
 
 void X11Display::ReleaseGrab() {
+    if (!std::exchange(m_isButtonHeld, false) || !IsAlive()) return;
     const X11PipeGuard guard;
-    if (!IsAlive()) return;
     xcb_ungrab_pointer(m_connection->Get(), XCB_CURRENT_TIME);
     xcb_flush(m_connection->Get());
 }

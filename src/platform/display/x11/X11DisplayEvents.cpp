@@ -163,7 +163,9 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
     m_focus.EndStrayLosses();
     if (m_outside.OnPress(event)) return PushOutside();
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel || event.detail > 5) return;
+    if (!topLevel) return;
+    m_isButtonHeld = true;
+    if (event.detail > 5) return;
     PushLeave();
     m_lastPointer = ScreenPoint(event);
     DisplayEvent press{.window = topLevel->Id(), .screen = m_lastPointer, .flags = FlagsOf(event.state)};
@@ -181,13 +183,16 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
 void X11Display::OnRelease(const xcb_button_release_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
     if (!topLevel || event.detail > 3) return;
+    constexpr UINT kButtons = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
+    const UINT flags = FlagsOf(event.state) & ~FlagOf(event.detail);
+    m_isButtonHeld = (flags & kButtons) != 0;
     PushLeave();
     m_lastPointer = ScreenPoint(event);
     m_events.push_back({.kind = DisplayEventKind::ButtonRelease,
                         .window = topLevel->Id(),
                         .screen = m_lastPointer,
                         .button = event.detail,
-                        .flags = FlagsOf(event.state) & ~FlagOf(event.detail)});
+                        .flags = flags});
 }
 
 void X11Display::OnKey(const xcb_key_press_event_t& event, bool isPress) {

@@ -93,6 +93,7 @@ private:
     CPoint m_lastPointer;
     std::optional<CPoint>
         m_left;  // where the pointer left an own window, until it is known whether it came into another
+    bool m_isButtonHeld = false;  // in an own window, which grabs the pointer until the release
     bool m_isLossTold = false;
 };
 

@@ -7,6 +7,8 @@ namespace veldan {
 
 namespace {
 
+thread_local int t_guards = 0;
+
 sigset_t PipeSignal() {
     sigset_t signals;
     sigemptyset(&signals);
@@ -21,13 +23,16 @@ bool IsPending() {
 
 }  // namespace
 
-X11PipeGuard::X11PipeGuard() {
+X11PipeGuard::X11PipeGuard() : m_isOutermost(t_guards++ == 0) {
+    if (!m_isOutermost) return;
     const sigset_t signals = PipeSignal();
     pthread_sigmask(SIG_BLOCK, &signals, &m_before);
     m_wasPending = sigismember(&m_before, SIGPIPE) == 1 && IsPending();
 }
 
 X11PipeGuard::~X11PipeGuard() {
+    --t_guards;
+    if (!m_isOutermost) return;
     if (!m_wasPending && IsPending()) {
         const sigset_t signals = PipeSignal();
         const timespec atOnce{};

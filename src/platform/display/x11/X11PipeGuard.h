@@ -6,6 +6,7 @@ namespace veldan {
 
 /// Keeps this thread, for the length of a scope, from being hit by SIGPIPE when the server has gone: the protocol
 /// library writes to its socket without asking the kernel to hold the signal back, and the host may leave it deadly.
+/// A guard within the scope of another costs nothing.
 class X11PipeGuard {
 public:
     X11PipeGuard();
@@ -14,6 +15,7 @@ public:
     X11PipeGuard& operator=(const X11PipeGuard&) = delete;
 
 private:
+    bool m_isOutermost;
     sigset_t m_before{};
     bool m_wasPending = false;  // such a signal is the host's own and stays pending
 };
