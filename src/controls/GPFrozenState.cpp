@@ -5,71 +5,18 @@
 #include "platform/draw/Region.h"
 #include "platform/draw/Surface.h"
 
-#include <algorithm>
-#include <cstring>
 #include <map>
 #include <tuple>
 #include <utility>
 
 namespace veldan {
-namespace {
 
-/// Two pictures of one size, looked at for what differs.
-class Comparison {
-public:
-    Comparison(Surface& one, Surface& other) : m_one(one), m_other(other) {
-        one.BeginPixels();
-        other.BeginPixels();
-    }
-
-    /// The smallest box around all pixels of an area that differ. Columns within the box so far aren't looked at again.
-    [[nodiscard]] CRect DifferenceIn(const CRect& area) const {
-        CRect box = {area.right, area.bottom, area.left, area.top};
-        for (int y = area.top; y < area.bottom; ++y) {
-            if (IsSame(y, area.left, area.right)) {
-                continue;
-            }
-            box.top = std::min(box.top, y);
-            box.bottom = y + 1;
-            if (!IsSame(y, area.left, box.left)) {
-                const std::uint32_t* pRow = m_one.Row(y);
-                box.left = static_cast<int>(
-                    std::mismatch(pRow + area.left, pRow + box.left, m_other.Row(y) + area.left).first - pRow);
-            }
-            if (!IsSame(y, box.right, area.right)) {
-                int last = area.right - 1;
-                while (m_one.Row(y)[last] == m_other.Row(y)[last]) {
-                    --last;
-                }
-                box.right = last + 1;
-            }
-        }
-        return box;
-    }
-
-private:
-    [[nodiscard]] bool IsSame(int y, int left, int right) const {
-        return right <= left || std::memcmp(m_one.Row(y) + left, m_other.Row(y) + left,
-                                            sizeof(std::uint32_t) * static_cast<std::size_t>(right - left)) == 0;
-    }
-
-    const Surface& m_one;
-    const Surface& m_other;
-};
-
-}  // namespace
-
-void CGPFrozenState::Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground, std::span<const CRect> areas) {
+void CGPFrozenState::Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground,
+                          std::span<const CRect, kMostBoxes> boxes) {
     m_pContent = std::make_unique<Content>();
-    const std::shared_ptr<Surface> pPixels = picture.GetSurface();
-    const std::shared_ptr<Surface> pOther = pBackground->GetSurface();
     m_pContent->pBackground = std::move(pBackground);
-    if (!pPixels || !pOther || pPixels->Bounds() != pOther->Bounds()) {
-        return;
-    }
-    const Comparison comparison(*pPixels, *pOther);
-    for (std::size_t i = 0; i < std::min(areas.size(), kMostBoxes); ++i) {
-        const CRect rect = comparison.DifferenceIn(areas[i].Intersect(pPixels->Bounds()));
+    for (std::size_t i = 0; i < kMostBoxes; ++i) {
+        const CRect& rect = boxes[i];
         if (!rect.IsEmpty()) {
             Box& box = m_pContent->boxes[i];
             box.rect = rect;

@@ -16,9 +16,8 @@ class CGPFrozenState {
 public:
     static constexpr std::size_t kMostBoxes = 3;
 
-    /// Keeps what differs between two pictures of the same size. What stands out within one of the areas, which part
-    /// the picture, makes one box; of more areas than boxes the rest is dropped.
-    void Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground, std::span<const CRect> areas);
+    /// Keeps a picture that differs from a background of its size within the boxes only. Empty boxes don't count.
+    void Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground, std::span<const CRect, kMostBoxes> boxes);
     void Release() { m_pContent.reset(); }
 
     [[nodiscard]] bool Exists() const { return m_pContent != nullptr; }

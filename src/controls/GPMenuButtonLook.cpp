@@ -36,6 +36,34 @@ CFont CaptionFont(int nKind, State state) {
     return {nKind == 1 ? 15 : 14, kFontBold, underlined ? Underline::Yes : Underline::No};
 }
 
+/// Of a profile. Texts of one line in a context's own font are all of one height, so none is laid out to measure it.
+int DescriptionTop() {
+    return GetSystemFont()->LineHeight() + kMargin;
+}
+
+/// What texts are drawn with, for the length of a scope.
+class TextScope {
+public:
+    TextScope(CDC& dc, CFont& font, COLORREF colour)
+        : m_dc(dc),
+          m_pOldFont(dc.SelectObject(&font)),
+          m_crOld(dc.SetTextColor(colour)),
+          m_oldMode(dc.SetBkMode(TRANSPARENT)) {}
+    ~TextScope() {
+        m_dc.SetBkMode(m_oldMode);
+        m_dc.SetTextColor(m_crOld);
+        m_dc.SelectObject(m_pOldFont);
+    }
+    TextScope(const TextScope&) = delete;
+    TextScope& operator=(const TextScope&) = delete;
+
+private:
+    CDC& m_dc;
+    CFont* m_pOldFont;
+    COLORREF m_crOld;
+    int m_oldMode;
+};
+
 void DrawMark(CDC& dc, int left, int top) {
     CPen pen(1, kMark);
     CBrush brush(kMark);
@@ -46,9 +74,10 @@ void DrawMark(CDC& dc, int left, int top) {
     dc.SelectObject(pOldPen);
 }
 
-/// Where states are drawn before they are kept; one for all rows, which mostly have one size.
-CDC& DrawingBoard(CSize size) {
-    static CDC board;
+/// Where states are drawn before they are kept; one for all rows of a kind, which mostly have one size.
+CDC& DrawingBoard(int nKind, CSize size) {
+    static CDC boards[2];
+    CDC& board = boards[nKind == 1 ? 1 : 0];
     if (board.GetClipBox().Size() != size) {
         MakeSurface(board, board, size);
     }
@@ -59,16 +88,19 @@ CDC& DrawingBoard(CSize size) {
 
 void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state) const {
     const std::shared_ptr<const CDC> pBackground = Background(state);
-    CDC& dc = DrawingBoard(size);
+    CDC& dc = DrawingBoard(nKind, size);
     dc.BitBlt(0, 0, size.cx, size.cy, pBackground.get(), 0, 0, SRCCOPY);
+    static_cast<void>(dc.TakeBoundsRect());
+    CRect boxes[CGPFrozenState::kMostBoxes];
     DrawImages(dc, state);
+    boxes[0] = dc.TakeBoundsRect();
     if (state == State::Normal ? bTextInNormal : !strCaption.empty()) {
-        DrawTexts(dc, state);
+        DrawCaption(dc, state);
+        boxes[1] = dc.TakeBoundsRect();
+        DrawDescription(dc, state);
+        boxes[2] = dc.TakeBoundsRect();
     }
-    // The icon, and one box for each text.
-    const int cut = nKind == 1 ? GetSystemFont()->LineHeight() + kMargin : size.cy;
-    const CRect areas[] = {{0, 0, size.cy, size.cy}, {size.cy, 0, size.cx, cut}, {size.cy, cut, size.cx, size.cy}};
-    frozen.Keep(dc, pBackground, areas);
+    frozen.Keep(dc, pBackground, boxes);
 }
 
 std::shared_ptr<const CDC> CGPMenuButtonLook::Background(State state) const {
@@ -100,30 +132,29 @@ void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
     }
 }
 
-void CGPMenuButtonLook::DrawTexts(CDC& dc, State state) const {
-    // That of the context's own font. Texts of one line are all of one height, so none is laid out to measure it.
-    const int lineHeight = GetSystemFont()->LineHeight();
-    CRect caption = {size.cy + kMargin, kMargin, size.cx - kMargin,
-                     nKind == 1 ? lineHeight + kMargin : size.cy - kMargin};
-    CRect description = {caption.left, lineHeight + kMargin, caption.right, size.cy};
-
-    CFont captionFont = CaptionFont(nKind, state);
-    CFont* pOldFont = dc.SelectObject(&captionFont);
-    const COLORREF crOld = dc.SetTextColor(state == State::Hover ? crHoverText : crText);
-    const int oldMode = dc.SetBkMode(TRANSPARENT);
-    dc.DrawText(strCaption, caption, DT_SINGLELINE | DT_VCENTER);
-    const int captionWidth = bNewMark ? dc.GetTextExtent(strCaption).cx : 0;
-    CFont descriptionFont(14, kFontNormal);
-    if (nKind == 1 && !strDescription.empty()) {
-        dc.SelectObject(&descriptionFont);
-        dc.DrawText(strDescription, description, DT_WORDBREAK | DT_VCENTER);
-    }
+void CGPMenuButtonLook::DrawCaption(CDC& dc, State state) const {
+    CFont font = CaptionFont(nKind, state);
+    const TextScope scope(dc, font, TextColour(state));
+    const int bottom = nKind == 1 ? DescriptionTop() : size.cy - kMargin;
+    CRect rect = {size.cy + kMargin, kMargin, size.cx - kMargin, bottom};
+    dc.DrawText(strCaption, rect, DT_SINGLELINE | DT_VCENTER);
     if (bNewMark) {
-        DrawMark(dc, caption.left + captionWidth + 5, caption.top);
+        DrawMark(dc, rect.left + dc.GetTextExtent(strCaption).cx + 5, rect.top);
     }
-    dc.SetBkMode(oldMode);
-    dc.SetTextColor(crOld);
-    dc.SelectObject(pOldFont);
+}
+
+void CGPMenuButtonLook::DrawDescription(CDC& dc, State state) const {
+    if (nKind != 1 || strDescription.empty()) {
+        return;
+    }
+    CFont font(14, kFontNormal);
+    const TextScope scope(dc, font, TextColour(state));
+    CRect rect = {size.cy + kMargin, DescriptionTop(), size.cx - kMargin, size.cy};
+    dc.DrawText(strDescription, rect, DT_WORDBREAK | DT_VCENTER);
+}
+
+COLORREF CGPMenuButtonLook::TextColour(State state) const {
+    return state == State::Hover ? crHoverText : crText;
 }
 
 }  // namespace veldan

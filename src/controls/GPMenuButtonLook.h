@@ -35,7 +35,9 @@ struct CGPMenuButtonLook {
 private:
     [[nodiscard]] std::shared_ptr<const CDC> Background(State state) const;
     void DrawImages(CDC& dc, State state) const;
-    void DrawTexts(CDC& dc, State state) const;
+    void DrawCaption(CDC& dc, State state) const;
+    void DrawDescription(CDC& dc, State state) const;
+    [[nodiscard]] COLORREF TextColour(State state) const;
 };
 
 }  // namespace veldan

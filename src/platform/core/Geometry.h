@@ -52,6 +52,11 @@ struct CRect {
         return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
                 std::min(bottom, other.bottom)};
     }
+    /// The smallest rectangle that holds both.
+    [[nodiscard]] constexpr CRect Around(const CRect& other) const {
+        return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+                std::max(bottom, other.bottom)};
+    }
     [[nodiscard]] constexpr bool Intersects(const CRect& other) const { return !Intersect(other).IsEmpty(); }
 };
 

@@ -32,8 +32,7 @@ CRect DeviceContext::ClipBounds() const {
     }
     CRect bounds = clip.front();
     for (const CRect& rect : clip) {
-        bounds = {std::min(bounds.left, rect.left), std::min(bounds.top, rect.top), std::max(bounds.right, rect.right),
-                  std::max(bounds.bottom, rect.bottom)};
+        bounds = bounds.Around(rect);
     }
     return bounds;
 }
@@ -146,6 +145,10 @@ CRect CDC::GetClipBox() const {
         return {};
     }
     return m_hAttribDC->ClipBounds().Offset(-m_hAttribDC->Shift());
+}
+
+CRect CDC::TakeBoundsRect() {
+    return m_hDC ? std::exchange(m_hDC->drawn, CRect()).Offset(-m_hDC->Shift()) : CRect();
 }
 
 std::shared_ptr<Surface> CDC::GetSurface() const {

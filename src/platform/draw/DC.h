@@ -88,6 +88,9 @@ public:
 
     /// The rectangle around all that drawing can reach, in logical coordinates; empty where nothing can be reached.
     [[nodiscard]] CRect GetClipBox() const;
+    /// A rectangle around all that was drawn on since the last call, in logical coordinates, and starts anew. Nothing
+    /// outside of it has changed, unless somebody touched the surface's pixels himself.
+    CRect TakeBoundsRect();
 
     /// Copies pixels, alpha included, from another context, or from another place of the same one. Parts for which the
     /// source has no pixels stay as they are. Only SRCCOPY is known. False when one of the contexts can't take part.

@@ -31,6 +31,7 @@ struct DeviceContext {
     std::shared_ptr<Surface> surface;  ///< Null draws nothing.
     CPoint origin;                     ///< Where logical (0, 0) lies on the surface while `windowOrg` is (0, 0).
     std::vector<CRect> clip;  ///< What drawing may change, in surface coordinates: without overlap, inside of it.
+    CRect drawn;              ///< Around all that was drawn on, in surface coordinates.
     bool isMemory = false;    ///< Whether bitmaps can be selected.
 
     CPoint windowOrg;
@@ -52,10 +53,11 @@ struct DeviceContext {
 
     /// Calls `draw` with each part of the rectangle, in surface coordinates, that may be drawn on.
     template <class Draw>
-    void ForEachPart(const CRect& area, Draw draw) const {
+    void ForEachPart(const CRect& area, Draw draw) {
         for (const CRect& rect : clip) {
             const CRect part = rect.Intersect(area);
             if (!part.IsEmpty()) {
+                drawn = drawn.IsEmpty() ? part : drawn.Around(part);
                 draw(part);
             }
         }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <map>
 
 namespace veldan {
@@ -80,9 +81,7 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
 
 // A mask without the rows and columns at its sides that cover nothing.
 TextMask Cropped(const TextMask& mask) {
-    TextMask cropped;
-    CRect& box = cropped.box;
-    box = {mask.box.right, mask.box.bottom, mask.box.left, mask.box.top};
+    CRect box = {mask.box.right, mask.box.bottom, mask.box.left, mask.box.top};
     for (int y = mask.box.top; y < mask.box.bottom; ++y) {
         for (int x = mask.box.left; x < mask.box.right; ++x) {
             if (mask.coverage[mask.IndexOf({x, y})] != 0) {
@@ -90,11 +89,14 @@ TextMask Cropped(const TextMask& mask) {
             }
         }
     }
-    for (int y = box.top; y < box.bottom; ++y) {
-        const std::uint8_t* row = mask.coverage.data() + mask.IndexOf({box.left, y});
-        cropped.coverage.insert(cropped.coverage.end(), row, row + box.Width());
+    if (box.IsEmpty()) {
+        return {};
     }
-    box = cropped.coverage.empty() ? CRect() : box;
+    TextMask cropped(box);
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::copy_n(&mask.coverage[mask.IndexOf({box.left, y})], box.Width(),
+                    &cropped.coverage[cropped.IndexOf({box.left, y})]);
+    }
     return cropped;
 }
 
@@ -104,12 +106,11 @@ TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     cairo_glyph_t glyph{number, 0, 0};
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(scaled, &glyph, 1, &extents);
-    TextMask mask;
-    mask.box = {static_cast<int>(std::floor(extents.x_bearing)), static_cast<int>(std::floor(extents.y_bearing)),
-                static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
-                static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
+    const CRect box = {static_cast<int>(std::floor(extents.x_bearing)), static_cast<int>(std::floor(extents.y_bearing)),
+                       static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
+                       static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
     // Smoothed edges reach a little further.
-    mask.box = mask.box.Inflate(1, 1);
+    TextMask mask(box.Inflate(1, 1));
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, mask.box.Width(), mask.box.Height());
     if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
         cairo_surface_destroy(surface);
@@ -124,28 +125,37 @@ TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     cairo_surface_flush(surface);
     for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
         const unsigned char* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
-        mask.coverage.insert(mask.coverage.end(), row, row + mask.box.Width());
+        std::copy_n(row, mask.box.Width(), &mask.coverage[mask.IndexOf({mask.box.left, mask.box.top + y})]);
     }
     cairo_surface_destroy(surface);
     return Cropped(mask);
 }
 
-CRect Around(const CRect& one, const CRect& other) {
-    return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
-            std::max(one.bottom, other.bottom)};
+}  // namespace
+
+TextMask::TextMask(const CRect& around)
+    : box(around), stride((static_cast<std::size_t>(around.Width()) + kBlock - 1) / kBlock * kBlock) {
+    coverage.resize(stride * static_cast<std::size_t>(around.Height()) + kBlock);
 }
 
-// Neighbours may share pixels; what they cover of one adds up.
-void AddMask(TextMask& line, const TextMask& letter, CPoint at) {
-    const CRect box = letter.box.Offset(at);
-    for (int y = box.top; y < box.bottom; ++y) {
-        const std::uint8_t* from = letter.coverage.data() + letter.IndexOf(CPoint{box.left, y} - at);
-        std::uint8_t* to = line.coverage.data() + line.IndexOf({box.left, y});
-        std::transform(from, from + box.Width(), to, to, [](int a, int b) { return std::min(a + b, 255); });
+void TextMask::Add(const TextMask& letter, CPoint at) {
+    using Block [[gnu::vector_size(kBlock)]] = std::uint8_t;
+    const std::uint8_t* from = letter.coverage.data();
+    std::uint8_t* to = coverage.data() + IndexOf(letter.box.TopLeft() + at);
+    for (int y = 0; y < letter.box.Height(); ++y) {
+        for (std::size_t x = 0; x < letter.stride; x += kBlock) {
+            Block mine;
+            Block more;
+            std::memcpy(&mine, to + x, kBlock);
+            std::memcpy(&more, from + x, kBlock);
+            const Block sum = mine + more;
+            const Block cut = sum < mine ? 255 : sum;
+            std::memcpy(to + x, &cut, kBlock);
+        }
+        from += letter.stride;
+        to += stride;
     }
 }
-
-}  // namespace
 
 FontFace::FontFace(const FontTraits& traits) {
     const int height = traits.height == 0 ? kDefaultHeight : std::clamp(traits.height, -kLargestHeight, kLargestHeight);
@@ -260,21 +270,22 @@ TextMask FontFace::PlainMask() {
         CPoint at;
     };
     std::vector<Letter> letters;
-    TextMask line;
+    CRect around;
     int x = 0;
     for (int i = 0; i < m_plainGlyphs->num_glyphs; ++i) {
         const PangoGlyphInfo& info = m_plainGlyphs->glyphs[i];
-        if (info.glyph != PANGO_GLYPH_EMPTY && !MaskOf(info.glyph).coverage.empty()) {
+        const TextMask* pMask = info.glyph != PANGO_GLYPH_EMPTY ? &MaskOf(info.glyph) : nullptr;
+        if (pMask && !pMask->IsEmpty()) {
             const CPoint at{PANGO_PIXELS(x + info.geometry.x_offset), PANGO_PIXELS(info.geometry.y_offset)};
-            letters.push_back({&MaskOf(info.glyph), at});
-            const CRect box = letters.back().pMask->box.Offset(at);
-            line.box = letters.size() == 1 ? box : Around(line.box, box);
+            const CRect box = pMask->box.Offset(at);
+            around = letters.empty() ? box : around.Around(box);
+            letters.push_back({pMask, at});
         }
         x += info.geometry.width;
     }
-    line.coverage.resize(static_cast<std::size_t>(line.box.Width()) * static_cast<std::size_t>(line.box.Height()));
+    TextMask line(around);
     for (const Letter& letter : letters) {
-        AddMask(line, *letter.pMask, letter.at);
+        line.Add(*letter.pMask, letter.at);
     }
     return line;
 }

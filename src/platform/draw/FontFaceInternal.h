@@ -35,16 +35,27 @@ struct TextLine {
     int width = 0;
 };
 
-/// How much of each pixel letters cover, row by row.
+/// How much of each pixel letters cover, row by row. Each row ends with zeros up to a whole number of blocks, and one
+/// more block of them stands behind the last.
 struct TextMask {
+    static constexpr std::size_t kBlock = 16;
+
     CRect box;  ///< Around the point on the base line where the text begins.
+    std::size_t stride = 0;
     std::vector<std::uint8_t> coverage;
+
+    TextMask() = default;
+    /// One that covers nothing.
+    explicit TextMask(const CRect& around);
 
     /// Of a point in the box.
     [[nodiscard]] std::size_t IndexOf(CPoint point) const {
-        return static_cast<std::size_t>(point.y - box.top) * static_cast<std::size_t>(box.Width()) +
-               static_cast<std::size_t>(point.x - box.left);
+        return static_cast<std::size_t>(point.y - box.top) * stride + static_cast<std::size_t>(point.x - box.left);
     }
+    [[nodiscard]] bool IsEmpty() const { return box.IsEmpty(); }
+
+    /// Neighbours may share pixels; what they cover of one adds up. The letter's box lies in this one's.
+    void Add(const TextMask& letter, CPoint at);
 };
 
 /// A font at one size. Lays out one text at a time and keeps it, since a text is mostly measured and drawn in a row.

@@ -1,8 +1,7 @@
 #include "platform/draw/PixelsInternal.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
+#include <cstring>
 
 namespace veldan {
 namespace {
@@ -19,24 +18,32 @@ constexpr std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t factor) {
     return ScalePair(pixel, factor) | ScalePair(pixel >> 8, factor) << 8;
 }
 
-/// What becomes of one pixel under another at each coverage.
-class Blends {
-public:
-    Blends(std::uint32_t above, std::uint32_t below) : m_above(above), m_below(below) {
-        for (std::uint32_t coverage = 0; coverage < m_pixels.size(); ++coverage) {
-            m_pixels[coverage] = ScalePixel(above, coverage) + ScalePixel(below, 255 - coverage);
-        }
-    }
-    [[nodiscard]] bool AreOf(std::uint32_t above, std::uint32_t below) const {
-        return above == m_above && below == m_below;
-    }
-    std::uint32_t operator[](std::uint32_t coverage) const { return m_pixels[coverage]; }
+// Two pixels, and their channels with room for products.
+using PairBytes [[gnu::vector_size(8)]] = std::uint8_t;
+using Pair [[gnu::vector_size(16)]] = std::uint16_t;
 
-private:
-    std::uint32_t m_above;
-    std::uint32_t m_below;
-    std::array<std::uint32_t, 256> m_pixels;
-};
+Pair LoadPair(const std::uint32_t* pixels) {
+    PairBytes bytes;
+    std::memcpy(&bytes, pixels, sizeof bytes);
+    return __builtin_convertvector(bytes, Pair);
+}
+
+void StorePair(std::uint32_t* pixels, Pair pair) {
+    const auto bytes = __builtin_convertvector(pair, PairBytes);
+    std::memcpy(pixels, &bytes, sizeof bytes);
+}
+
+// Each of two numbers for all four channels of its pixel.
+Pair ForEachChannel(std::uint64_t first, std::uint64_t second) {
+    using Halves [[gnu::vector_size(16)]] = std::uint64_t;
+    return reinterpret_cast<Pair>(Halves{first, second} * 0x0001000100010001);
+}
+
+// As ScalePixel, with a factor for each channel.
+Pair Scale(Pair pair, Pair factors) {
+    const Pair product = pair * factors + 0x80;
+    return (product + (product >> 8)) >> 8;
+}
 
 constexpr float ChannelOf(std::uint32_t pixel, int shift) {
     return static_cast<float>(pixel >> shift & 0xff);
@@ -80,20 +87,25 @@ void BlendPixels(std::uint32_t* target, const std::uint32_t* source, std::size_t
 }
 
 void BlendMask(std::uint32_t* target, const std::uint8_t* mask, std::size_t count, std::uint32_t pixel) {
-    // Most texts are of one colour, on a ground that is of one colour for two rows at least.
-    thread_local Blends usual(0, 0);
-    thread_local std::uint32_t lastBelow = 0;
-    const std::uint32_t below = count > 0 ? target[0] : lastBelow;
-    if (std::exchange(lastBelow, below) == below && !usual.AreOf(pixel, below)) {
-        usual = Blends(pixel, below);
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t coverage = mask[i];
-        if (coverage == 0) {
-            continue;
+    const std::uint32_t both[] = {pixel, pixel};
+    const Pair above = LoadPair(both);
+    const auto blendPair = [&](std::size_t i) {
+        const Pair coverage = ForEachChannel(mask[i], mask[i + 1]);
+        StorePair(target + i, Scale(above, coverage) + Scale(LoadPair(target + i), 255 - coverage));
+    };
+    std::size_t i = 0;
+    // Letters leave most of a row free.
+    for (std::uint64_t eight = 0; i + sizeof eight <= count; i += sizeof eight) {
+        std::memcpy(&eight, mask + i, sizeof eight);
+        for (std::size_t k = 0; eight != 0 && k < sizeof eight; k += 2) {
+            blendPair(i + k);
         }
-        target[i] = usual.AreOf(pixel, target[i]) ? usual[coverage]
-                                                  : ScalePixel(pixel, coverage) + ScalePixel(target[i], 255 - coverage);
+    }
+    for (; i + 1 < count; i += 2) {
+        blendPair(i);
+    }
+    if (i < count) {
+        target[i] = ScalePixel(pixel, mask[i]) + ScalePixel(target[i], 255U - mask[i]);
     }
 }
 
