@@ -56,9 +56,10 @@ void FinishOnScreen() {
 void Settle(int milliseconds) {
     const double end = NowMs() + milliseconds;
     while (NowMs() < end) {
-        FinishOnScreen();
+        Desktop::Get().Dispatch();
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    FinishOnScreen();
 }
 
 template <class Step>
@@ -137,17 +138,20 @@ public:
     /// A click on the fourth row of the first filled group, until the host has the path, the recent profiles are
     /// brought up to date and the menu is gone.
     double PickAndUpdate() {
+        OpenFirstFilled();
         const double time = Timed([this] { Click(); });
         Settle(50);
         return time;
     }
     /// The same without the update: until the host has the path, and how long the menu takes to go.
     double Pick() {
+        OpenFirstFilled();
         const double begin = NowMs();
         Click();
         const double toHost = m_host.pickedAt - begin;
         Settle(50);
         Show();
+        OpenFirstFilled();
         const double toGo = Timed(VELDAN_HideProfileMenus);
         Settle(50);
         return toHost + toGo;
@@ -157,6 +161,11 @@ public:
     }
 
 private:
+    void OpenFirstFilled() {
+        const auto filled = std::ranges::find_if(m_tree.rows, [](std::size_t rows) { return rows != 0; });
+        Open(static_cast<std::size_t>(filled - m_tree.rows.begin()));
+        Settle(50);
+    }
     void Click() {
         m_host.picked.clear();
         Desktop::Get().SendMessage(m_menu, kMsgItemClick, kFirstItemId + 3);
