@@ -161,10 +161,14 @@ public:
     }
 
 private:
+    /// Comes from the last group, as OpenAll leaves the menu, so that the rows are new on the screen.
     void OpenFirstFilled() {
         const auto filled = std::ranges::find_if(m_tree.rows, [](std::size_t rows) { return rows != 0; });
-        Open(static_cast<std::size_t>(filled - m_tree.rows.begin()));
-        Settle(50);
+        const auto first = static_cast<std::size_t>(filled - m_tree.rows.begin());
+        for (const std::size_t group : {m_tree.rows.size() - 1, first}) {
+            Open(group);
+            Settle(50);
+        }
     }
     void Click() {
         m_host.picked.clear();

@@ -14,7 +14,7 @@ namespace veldan {
 /// takes a third of the memory of a whole picture.
 class CGPFrozenState {
 public:
-    static constexpr std::size_t kMostBoxes = 3;
+    static constexpr std::size_t kMostBoxes = 4;
 
     /// Keeps a picture that differs from a background of its size within the boxes only. Empty boxes don't count.
     void Keep(const CDC& picture, std::shared_ptr<const CDC> pBackground, std::span<const CRect, kMostBoxes> boxes);

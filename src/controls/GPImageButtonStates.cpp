@@ -1,3 +1,4 @@
+#include "controls/ButtonText.h"
 #include "controls/ColorMatrices.h"
 #include "controls/FrozenSurface.h"
 #include "controls/GPImageButton.h"
@@ -17,16 +18,6 @@ constexpr std::array<const ColorMatrix*, kStateCount> kFallbacks = {nullptr,    
 RectF Whole(const CGPResourceImage& image) {
     const CSize size = image.GetSize();
     return {0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)};
-}
-
-void DrawLine(CDC& dc, const CString& text, CRect rect, CFont font, COLORREF colour, UINT format) {
-    CFont* pOldFont = dc.SelectObject(&font);
-    const COLORREF crOld = dc.SetTextColor(colour);
-    const int oldMode = dc.SetBkMode(TRANSPARENT);
-    dc.DrawText(text, rect, format);
-    dc.SetBkMode(oldMode);
-    dc.SetTextColor(crOld);
-    dc.SelectObject(pOldFont);
 }
 
 }  // namespace
@@ -149,12 +140,12 @@ void CGPImageButton::ComposeState(CDC& buffer, const Layout& layout, int state) 
 
 void CGPImageButton::DrawTexts(CDC& buffer, const Layout& layout) const {
     if (!m_strText.empty()) {
-        DrawLine(buffer, m_strText, layout.text, {m_nTextHeight, m_bTextBold ? kFontBold : kFontNormal}, m_crText,
-                 m_nTextFormat);
+        DrawButtonText(buffer, m_strText, layout.text, {m_nTextHeight, m_bTextBold ? kFontBold : kFontNormal}, m_crText,
+                       m_nTextFormat);
     }
     if (!m_strSubText.empty()) {
-        DrawLine(buffer, m_strSubText, layout.subText, {m_nSubTextHeight, m_bSubTextBold ? kFontBold : kFontNormal},
-                 m_crText, m_nSubTextFormat);
+        DrawButtonText(buffer, m_strSubText, layout.subText,
+                       {m_nSubTextHeight, m_bSubTextBold ? kFontBold : kFontNormal}, m_crText, m_nSubTextFormat);
     }
 }
 

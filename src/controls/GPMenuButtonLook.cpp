@@ -1,5 +1,6 @@
 #include "controls/GPMenuButtonLook.h"
 
+#include "controls/ButtonText.h"
 #include "controls/ColorMatrices.h"
 #include "controls/FrozenSurface.h"
 #include "platform/draw/Graphics.h"
@@ -19,12 +20,15 @@ RectF Square(int left, int top, int side) {
     return {static_cast<float>(left), static_cast<float>(top), static_cast<float>(side), static_cast<float>(side)};
 }
 
-/// The whole picture into a rectangle, whatever its own size.
-void DrawWhole(Graphics& graphics, const CGPResourceImage& image, const RectF& target,
-               const ImageAttributes* pColours) {
+/// The whole picture into a rectangle, whatever its own size, in the colours of a state.
+void DrawWhole(CDC& dc, const CGPResourceImage& image, const RectF& target, State state) {
+    ImageAttributes colours;
+    if (state != State::Normal) {
+        colours.SetColorMatrix(state == State::Hover ? BrightenMatrix : GrayMatrix);
+    }
     const CSize size = image.GetSize();
-    graphics.DrawImageRectRect(image.m_pBitmap.get(), target,
-                               {0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)}, pColours);
+    Graphics(dc).DrawImageRectRect(image.m_pBitmap.get(), target,
+                                   {0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)}, &colours);
     // What is composed is kept as a surface, so the decoded picture isn't needed twice.
     if (image.m_pBitmap) {
         image.m_pBitmap->DropPixels();
@@ -36,33 +40,11 @@ CFont CaptionFont(int nKind, State state) {
     return {nKind == 1 ? 15 : 14, kFontBold, underlined ? Underline::Yes : Underline::No};
 }
 
-/// Of a profile. Texts of one line in a context's own font are all of one height, so none is laid out to measure it.
+/// Where a profile's second text begins. Lines in a context's own font are all of one height, so none is laid out to
+/// measure it.
 int DescriptionTop() {
     return GetSystemFont()->LineHeight() + kMargin;
 }
-
-/// What texts are drawn with, for the length of a scope.
-class TextScope {
-public:
-    TextScope(CDC& dc, CFont& font, COLORREF colour)
-        : m_dc(dc),
-          m_pOldFont(dc.SelectObject(&font)),
-          m_crOld(dc.SetTextColor(colour)),
-          m_oldMode(dc.SetBkMode(TRANSPARENT)) {}
-    ~TextScope() {
-        m_dc.SetBkMode(m_oldMode);
-        m_dc.SetTextColor(m_crOld);
-        m_dc.SelectObject(m_pOldFont);
-    }
-    TextScope(const TextScope&) = delete;
-    TextScope& operator=(const TextScope&) = delete;
-
-private:
-    CDC& m_dc;
-    CFont* m_pOldFont;
-    COLORREF m_crOld;
-    int m_oldMode;
-};
 
 void DrawMark(CDC& dc, int left, int top) {
     CPen pen(1, kMark);
@@ -92,13 +74,15 @@ void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state) const {
     dc.BitBlt(0, 0, size.cx, size.cy, pBackground.get(), 0, 0, SRCCOPY);
     static_cast<void>(dc.TakeBoundsRect());
     CRect boxes[CGPFrozenState::kMostBoxes];
-    DrawImages(dc, state);
+    DrawIcon(dc, state);
     boxes[0] = dc.TakeBoundsRect();
+    DrawBadge(dc, state);
+    boxes[1] = dc.TakeBoundsRect();
     if (state == State::Normal ? bTextInNormal : !strCaption.empty()) {
         DrawCaption(dc, state);
-        boxes[1] = dc.TakeBoundsRect();
-        DrawDescription(dc, state);
         boxes[2] = dc.TakeBoundsRect();
+        DrawDescription(dc, state);
+        boxes[3] = dc.TakeBoundsRect();
     }
     frozen.Keep(dc, pBackground, boxes);
 }
@@ -115,31 +99,31 @@ std::shared_ptr<const CDC> CGPMenuButtonLook::Background(State state) const {
     return GetGradient(size, kDisabledTop, kDisabledBottom);
 }
 
-void CGPMenuButtonLook::DrawImages(CDC& dc, State state) const {
-    ImageAttributes colours;
-    if (state != State::Normal) {
-        colours.SetColorMatrix(state == State::Hover ? BrightenMatrix : GrayMatrix);
+void CGPMenuButtonLook::DrawIcon(CDC& dc, State state) const {
+    const int side = nKind == 1 ? 35 : 16;
+    const int place = (size.cy - side) / 2;
+    DrawWhole(dc, *pImage, Square(place, place, side), state);
+}
+
+void CGPMenuButtonLook::DrawBadge(CDC& dc, State state) const {
+    if (!pBadge || state == State::Disabled) {
+        return;
     }
-    Graphics graphics(dc);
-    const int height = size.cy;
-    const int icon = nKind == 1 ? 35 : 16;
-    const int iconPlace = (height - icon) / 2;
-    DrawWhole(graphics, *pImage, Square(iconPlace, iconPlace, icon), &colours);
-    if (pBadge && state != State::Disabled) {
-        const int badge = nKind == 1 ? 32 : 16;
-        const int badgePlace = (height - badge) / 2;
-        DrawWhole(graphics, *pBadge, Square(badgePlace + (nKind == 1 ? 300 : 0), badgePlace, badge), &colours);
-    }
+    const int side = nKind == 1 ? 32 : 16;
+    const int place = (size.cy - side) / 2;
+    DrawWhole(dc, *pBadge, Square(place + (nKind == 1 ? 300 : 0), place, side), state);
 }
 
 void CGPMenuButtonLook::DrawCaption(CDC& dc, State state) const {
-    CFont font = CaptionFont(nKind, state);
-    const TextScope scope(dc, font, TextColour(state));
     const int bottom = nKind == 1 ? DescriptionTop() : size.cy - kMargin;
-    CRect rect = {size.cy + kMargin, kMargin, size.cx - kMargin, bottom};
-    dc.DrawText(strCaption, rect, DT_SINGLELINE | DT_VCENTER);
+    const CRect rect = {size.cy + kMargin, kMargin, size.cx - kMargin, bottom};
+    CFont font = CaptionFont(nKind, state);
+    DrawButtonText(dc, strCaption, rect, font, TextColour(state), DT_SINGLELINE | DT_VCENTER);
     if (bNewMark) {
-        DrawMark(dc, rect.left + dc.GetTextExtent(strCaption).cx + 5, rect.top);
+        CFont* pOldFont = dc.SelectObject(&font);
+        const int width = dc.GetTextExtent(strCaption).cx;
+        dc.SelectObject(pOldFont);
+        DrawMark(dc, rect.left + width + 5, rect.top);
     }
 }
 
@@ -147,10 +131,8 @@ void CGPMenuButtonLook::DrawDescription(CDC& dc, State state) const {
     if (nKind != 1 || strDescription.empty()) {
         return;
     }
-    CFont font(14, kFontNormal);
-    const TextScope scope(dc, font, TextColour(state));
-    CRect rect = {size.cy + kMargin, DescriptionTop(), size.cx - kMargin, size.cy};
-    dc.DrawText(strDescription, rect, DT_WORDBREAK | DT_VCENTER);
+    const CRect rect = {size.cy + kMargin, DescriptionTop(), size.cx - kMargin, size.cy};
+    DrawButtonText(dc, strDescription, rect, {14, kFontNormal}, TextColour(state), DT_WORDBREAK | DT_VCENTER);
 }
 
 COLORREF CGPMenuButtonLook::TextColour(State state) const {

@@ -34,7 +34,8 @@ struct CGPMenuButtonLook {
 
 private:
     [[nodiscard]] std::shared_ptr<const CDC> Background(State state) const;
-    void DrawImages(CDC& dc, State state) const;
+    void DrawIcon(CDC& dc, State state) const;
+    void DrawBadge(CDC& dc, State state) const;
     void DrawCaption(CDC& dc, State state) const;
     void DrawDescription(CDC& dc, State state) const;
     [[nodiscard]] COLORREF TextColour(State state) const;

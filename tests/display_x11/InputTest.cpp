@@ -80,6 +80,19 @@ TEST_F(PointerTest, HeldButtonKeepsThePointerUntilTheGrabIsGivenUp) {
     EXPECT_FALSE(HasCome(DisplayEventKind::ButtonRelease));
 }
 
+TEST_F(PointerTest, SideButtonHeldBeyondAClickIsAGrabToGiveUp) {
+    ShowMenu();
+    m_hand.Move(kInMenu);
+    m_hand.Press(8);
+    m_hand.Press();
+    m_hand.Release();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::ButtonRelease));
+    m_display->ReleaseGrab();
+    m_display->Sync();
+    m_hand.Move({600, 600});
+    EXPECT_FALSE(HasCome(DisplayEventKind::PointerMove));
+}
+
 TEST_F(PointerTest, IsFoundOutsideOfOwnWindowsToo) {
     m_hand.Move({321, 654});
     EXPECT_EQ(m_display->QueryPointer(), (CPoint{321, 654}));

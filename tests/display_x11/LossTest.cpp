@@ -48,6 +48,9 @@ TEST_F(LossTest, IsToldOnceAndTheDescriptorGoes) {
 
 TEST_F(LossTest, CallsAfterAnUnnoticedLossDoNoHarm) {
     ShowMenu();
+    m_hand.Move(kInMenu);
+    m_hand.Press();
+    ASSERT_TRUE(WaitFor(DisplayEventKind::ButtonPress)) << "so that there is a grab to give back";
     m_server.Kill();
     CallEverything();
     EXPECT_FALSE(m_display->IsAlive());
@@ -75,6 +78,7 @@ TEST_F(PipeGuardTest, WriteToNobodyDoesNotReachTheHost) {
     std::signal(SIGPIPE, SIG_DFL);
     {
         const X11PipeGuard guard;
+        { const X11PipeGuard inner; }
         WriteToNobody();
         EXPECT_TRUE(IsSignalPending());
     }

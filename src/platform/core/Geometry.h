@@ -52,8 +52,11 @@ struct CRect {
         return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
                 std::min(bottom, other.bottom)};
     }
-    /// The smallest rectangle that holds both.
+    /// The smallest rectangle that holds both; an empty one adds nothing.
     [[nodiscard]] constexpr CRect Around(const CRect& other) const {
+        if (IsEmpty() || other.IsEmpty()) {
+            return IsEmpty() ? other : *this;
+        }
         return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
                 std::max(bottom, other.bottom)};
     }

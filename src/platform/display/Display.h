@@ -106,7 +106,8 @@ public:
     virtual void SetCursor(TopLevelId id, CursorShape shape) = 0;
     /// The pointer's place now, also where it is in a foreign window; may wait for the display's answer.
     [[nodiscard]] virtual CPoint QueryPointer() = 0;
-    /// Ends what grabs the pointer, so that code outside the library never runs under a grab of ours.
+    /// Ends at once what grabs the pointer, so that code outside the library never runs under a grab of ours. A press
+    /// that NextEvent hasn't come to yet may grab it anew.
     virtual void ReleaseGrab() = 0;
 
     /// Becomes readable when NextEvent may have news; -1 where there is no connection, and from its loss on.

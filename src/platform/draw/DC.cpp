@@ -4,7 +4,6 @@
 #include "platform/draw/PixelsInternal.h"
 #include "platform/draw/Region.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace veldan {
@@ -27,10 +26,7 @@ CRect DeviceContext::ToSurface(const CRect& logical) const {
 }
 
 CRect DeviceContext::ClipBounds() const {
-    if (clip.empty()) {
-        return {};
-    }
-    CRect bounds = clip.front();
+    CRect bounds;
     for (const CRect& rect : clip) {
         bounds = bounds.Around(rect);
     }
@@ -106,6 +102,7 @@ CBitmap* CDC::SelectObject(CBitmap* pBitmap) {
     CBitmap* pOld = Select(m_hDC->bitmap, pBitmap);
     m_hDC->surface = m_hDC->bitmap.value.GetSurface();
     m_hDC->clip.clear();
+    m_hDC->drawn = {};
     if (m_hDC->surface && !m_hDC->surface->Bounds().IsEmpty()) {
         m_hDC->clip.push_back(m_hDC->surface->Bounds());
     }

@@ -88,8 +88,8 @@ public:
 
     /// The rectangle around all that drawing can reach, in logical coordinates; empty where nothing can be reached.
     [[nodiscard]] CRect GetClipBox() const;
-    /// A rectangle around all that was drawn on since the last call, in logical coordinates, and starts anew. Nothing
-    /// outside of it has changed, unless somebody touched the surface's pixels himself.
+    /// A rectangle around all that was drawn on since the last call, in logical coordinates; the next one starts anew.
+    /// Nothing outside of it has changed, unless somebody touched the surface's pixels himself.
     CRect TakeBoundsRect();
 
     /// Copies pixels, alpha included, from another context, or from another place of the same one. Parts for which the

@@ -57,10 +57,15 @@ struct DeviceContext {
         for (const CRect& rect : clip) {
             const CRect part = rect.Intersect(area);
             if (!part.IsEmpty()) {
-                drawn = drawn.IsEmpty() ? part : drawn.Around(part);
+                drawn = drawn.Around(part);
                 draw(part);
             }
         }
+    }
+
+    /// Takes an area, in surface coordinates, for drawn on where it may be.
+    void Note(const CRect& area) {
+        ForEachPart(area, [](const CRect&) {});
     }
 
     /// Fills an area given in surface coordinates.

@@ -26,12 +26,16 @@ const CFont& FontOf(const DeviceContext& context) {
 // the clip leaves nothing.
 CairoPtr BeginText(DeviceContext& context, const CRect& area) {
     CairoPtr target;
-    context.ForEachPart(area, [&](const CRect& part) {
+    for (const CRect& rect : context.clip) {
+        const CRect part = rect.Intersect(area);
+        if (part.IsEmpty()) {
+            continue;
+        }
         if (!target) {
             target.reset(cairo_create(context.surface->Cairo()));
         }
         cairo_rectangle(target.get(), part.left, part.top, part.Width(), part.Height());
-    });
+    }
     if (target) {
         cairo_clip(target.get());
         const COLORREF colour = context.textColour;
@@ -108,6 +112,7 @@ private:
         if (!line.line) {
             DrawPlain({x, base});
         } else if (cairo_t* target = Target()) {
+            m_context.Note(FontFace::InkOf(line).Offset({x, base}).Intersect(m_area));
             FontFace::Draw(target, line, {x, base});
         }
         if (m_font.IsUnderlined()) {

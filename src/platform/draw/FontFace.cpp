@@ -259,6 +259,13 @@ void FontFace::LayOutAny(std::string_view text, int width) {
     }
 }
 
+CRect FontFace::InkOf(const TextLine& line) {
+    PangoRectangle ink;
+    pango_layout_line_get_pixel_extents(line.line, &ink, nullptr);
+    // Smoothed edges reach a little further.
+    return CRect::FromSize({ink.x, ink.y}, {ink.width, ink.height}).Inflate(2, 2);
+}
+
 void FontFace::Draw(_cairo* target, const TextLine& line, CPoint at) {
     cairo_move_to(target, at.x, at.y);
     pango_cairo_show_layout_line(target, line.line);
@@ -277,8 +284,7 @@ TextMask FontFace::PlainMask() {
         const TextMask* pMask = info.glyph != PANGO_GLYPH_EMPTY ? &MaskOf(info.glyph) : nullptr;
         if (pMask && !pMask->IsEmpty()) {
             const CPoint at{PANGO_PIXELS(x + info.geometry.x_offset), PANGO_PIXELS(info.geometry.y_offset)};
-            const CRect box = pMask->box.Offset(at);
-            around = letters.empty() ? box : around.Around(box);
+            around = around.Around(pMask->box.Offset(at));
             letters.push_back({pMask, at});
         }
         x += info.geometry.width;

@@ -77,6 +77,8 @@ public:
     /// Any bytes will do. Empty where there is no font at all.
     const std::vector<TextLine>& LayOut(std::string_view paragraph, int width);
 
+    /// Around all that is drawn of a line that isn't plain text, from the point where it begins on the base line.
+    [[nodiscard]] static CRect InkOf(const TextLine& line);
     /// Draws a line that isn't plain text in the current colour, its left end on the base line at this point.
     static void Draw(_cairo* target, const TextLine& line, CPoint at);
     /// The line of plain text, which is the one that was laid out last. Made of letters that the drawing library has

@@ -33,6 +33,11 @@ UINT FlagsOf(std::uint16_t state) {
     return flags;
 }
 
+// Events tell of the others whether they are held, but not of these.
+std::uint32_t SideButton(xcb_button_t button) {
+    return button > 5 && button < 32 ? std::uint32_t{1} << button : 0;
+}
+
 UINT FlagOf(xcb_button_t button) {
     switch (button) {
         case 1:
@@ -165,7 +170,10 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
     if (!topLevel) return;
     m_isButtonHeld = true;
-    if (event.detail > 5) return;
+    if (event.detail > 5) {
+        m_sideButtons |= SideButton(event.detail);
+        return;
+    }
     PushLeave();
     m_lastPointer = ScreenPoint(event);
     DisplayEvent press{.window = topLevel->Id(), .screen = m_lastPointer, .flags = FlagsOf(event.state)};
@@ -182,10 +190,11 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
 
 void X11Display::OnRelease(const xcb_button_release_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
+    m_sideButtons &= ~SideButton(event.detail);
     if (!topLevel || event.detail > 3) return;
     constexpr UINT kButtons = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
     const UINT flags = FlagsOf(event.state) & ~FlagOf(event.detail);
-    m_isButtonHeld = (flags & kButtons) != 0;
+    m_isButtonHeld = (flags & kButtons) != 0 || m_sideButtons != 0;
     PushLeave();
     m_lastPointer = ScreenPoint(event);
     m_events.push_back({.kind = DisplayEventKind::ButtonRelease,

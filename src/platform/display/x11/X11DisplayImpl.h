@@ -93,7 +93,8 @@ private:
     CPoint m_lastPointer;
     std::optional<CPoint>
         m_left;  // where the pointer left an own window, until it is known whether it came into another
-    bool m_isButtonHeld = false;  // in an own window, which grabs the pointer until the release
+    bool m_isButtonHeld = false;      // pressed in an own window, which then grabs the pointer until the release
+    std::uint32_t m_sideButtons = 0;  // those of them that are held
     bool m_isLossTold = false;
 };
 

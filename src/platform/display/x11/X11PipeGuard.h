@@ -15,7 +15,7 @@ public:
     X11PipeGuard& operator=(const X11PipeGuard&) = delete;
 
 private:
-    bool m_isOutermost;
+    const bool m_isOutermost;
     sigset_t m_before{};
     bool m_wasPending = false;  // such a signal is the host's own and stays pending
 };
