@@ -137,17 +137,6 @@ TEST(File, CopyingOntoItselfChangesNothing) {
     EXPECT_EQ(folder.Read("Only.xml"), "the only copy");
 }
 
-TEST(File, CopiesLargeFilesWhole) {
-    const TempFolder folder;
-    CString content;
-    for (int i = 0; i < 50'000; ++i) {
-        content += Format("%d,", i);
-    }
-    folder.Write("large", content);
-    EXPECT_TRUE(CopyFile(folder / "large", folder / "copy"));
-    EXPECT_EQ(folder.Read("copy"), content);
-}
-
 TEST(File, LinksAreFollowedForReadingOnly) {
     const TempFolder folder;
     const CString outside = folder.Write("outside/a.xml", "outside");

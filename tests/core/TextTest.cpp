@@ -6,7 +6,6 @@
 
 #include <climits>
 #include <clocale>
-#include <cstdio>
 
 namespace veldan {
 namespace {
@@ -37,14 +36,6 @@ TEST(Text, ReplaceAllGoesOnBehindWhatItPutIn) {
     EXPECT_EQ(ReplaceAll("a/b", "/", ""), "ab");
 }
 
-TEST(Text, CompareNoCaseOrdersLikeStrcmp) {
-    EXPECT_EQ(CompareNoCase("YES", "yes"), 0);
-    EXPECT_LT(CompareNoCase("yes", "yesterday"), 0);
-    EXPECT_GT(CompareNoCase("z", "Y"), 0);
-    EXPECT_LT(CompareNoCase("z", "\xC3\xA4"), 0) << "bytes are compared without sign";
-    EXPECT_NE(CompareNoCase("\xC3\xA4", "\xC3\x84"), 0) << "only the letters A to Z have two cases";
-}
-
 TEST(Text, AtoiReadsLeadingDigitsAndSaturates) {
     EXPECT_EQ(Atoi(" \t12abc"), 12);
     EXPECT_EQ(Atoi("-3"), -3);
@@ -58,15 +49,6 @@ TEST(Text, AtoiReadsLeadingDigitsAndSaturates) {
     EXPECT_EQ(Atoi("-99999999999999999999999"), INT_MIN);
 }
 
-TEST(Text, SanitizeUtf8KeepsWhatIsValidAndMarksTheRest) {
-    EXPECT_EQ(SanitizeUtf8("a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xAC"), "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8E\xAC");
-    EXPECT_EQ(SanitizeUtf8("a\xE4z"), "a\uFFFDz");
-    EXPECT_EQ(SanitizeUtf8("\xE2\x82"), "\uFFFD\uFFFD") << "cut off";
-    EXPECT_EQ(SanitizeUtf8("\xC0\x80"), "\uFFFD\uFFFD") << "overlong";
-    EXPECT_EQ(SanitizeUtf8("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD") << "half of a surrogate pair";
-    EXPECT_EQ(SanitizeUtf8("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD") << "beyond the last character";
-}
-
 TEST(Utf8, EveryCharacterSurvivesEncodingAndDecoding) {
     for (char32_t value = 0; value <= 0x10ffff; ++value) {
         if (value == 0xd800) {
@@ -78,6 +60,16 @@ TEST(Utf8, EveryCharacterSurvivesEncodingAndDecoding) {
         ASSERT_TRUE(character.bValid) << std::hex << static_cast<unsigned>(value);
         ASSERT_EQ(character.value, value);
         ASSERT_EQ(character.nLength, text.size());
+    }
+}
+
+TEST(Utf8, ABrokenCharacterStandsForItsFirstByte) {
+    const std::string_view broken[] = {"\xE4z", "\xE2\x82", "\xC0\x80" /* overlong */,
+                                       "\xED\xA0\x80" /* half of a pair */, "\xF4\x90\x80\x80" /* beyond the last */};
+    for (const std::string_view text : broken) {
+        const Utf8Character character = DecodeUtf8(text);
+        EXPECT_FALSE(character.bValid) << text;
+        EXPECT_EQ(character.nLength, 1U) << text;
     }
 }
 

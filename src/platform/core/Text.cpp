@@ -1,7 +1,5 @@
 #include "platform/core/Text.h"
 
-#include "platform/core/Utf8.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -9,14 +7,6 @@
 #include <limits>
 
 namespace veldan {
-
-namespace {
-
-constexpr char ToLowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
 
 CString Format(const char* format, ...) {
     std::va_list arguments;
@@ -74,14 +64,6 @@ CString ReplaceAll(std::string_view text, std::string_view from, std::string_vie
     return result.append(text.substr(next));
 }
 
-int CompareNoCase(std::string_view left, std::string_view right) {
-    const auto [l, r] = std::mismatch(left.begin(), left.end(), right.begin(), right.end(),
-                                      [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); });
-    const int leftByte = l == left.end() ? -1 : static_cast<unsigned char>(ToLowerAscii(*l));
-    const int rightByte = r == right.end() ? -1 : static_cast<unsigned char>(ToLowerAscii(*r));
-    return leftByte - rightByte;
-}
-
 int Atoi(std::string_view text) {
     text = TrimLeft(text);
     const bool bNegative = !text.empty() && text.front() == '-';
@@ -98,21 +80,6 @@ int Atoi(std::string_view text) {
         value = std::min(value * 10 + (c - '0'), kLimit);
     }
     return static_cast<int>(bNegative ? -value : std::min(value, kLimit - 1));
-}
-
-CString SanitizeUtf8(std::string_view text) {
-    CString result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const Utf8Character character = DecodeUtf8(text);
-        if (character.bValid) {
-            result.append(text.substr(0, character.nLength));
-        } else {
-            result.append("\xEF\xBF\xBD");
-        }
-        text.remove_prefix(character.nLength);
-    }
-    return result;
 }
 
 }  // namespace veldan

@@ -41,14 +41,8 @@ using CMapStringToPtr = std::unordered_map<CString, T*>;
 /// Every `from` replaced by `to`, from left to right; an empty `from` replaces nothing.
 [[nodiscard]] VELDAN_PLATFORM_API CString ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
-/// Less than, equal to or greater than zero, as `strcmp`, with the letters A to Z taken as a to z.
-[[nodiscard]] VELDAN_PLATFORM_API int CompareNoCase(std::string_view left, std::string_view right);
-
 /// The decimal number at the start of the text, behind white space and a sign; 0 where there is none. Numbers beyond 32
 /// bits give the nearest that fits.
 [[nodiscard]] VELDAN_PLATFORM_API int Atoi(std::string_view text);
-
-/// The text with each byte that isn't part of a valid UTF-8 character replaced by U+FFFD, for drawing.
-[[nodiscard]] VELDAN_PLATFORM_API CString SanitizeUtf8(std::string_view text);
 
 }  // namespace veldan
