@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 
 #include <sys/stat.h>
@@ -19,37 +20,30 @@ const CString kMark = "\xEF\xBB\xBF";
 
 class IniDocument : public ::testing::Test {
 protected:
+    CIniDocument& Holding(std::string_view content) {
+        m_document.emplace();
+        m_document->Load(m_folder.Write("order.ini", content));
+        return *m_document;
+    }
     CString GetFrom(std::string_view content, std::string_view section, std::string_view key) {
-        m_folder.Write("order.ini", content);
-        CIniDocument document;
-        document.Load(m_folder / "Order.ini");
-        return document.Get(section, key, "default");
+        return Holding(content).Get(section, key, "default");
     }
 
     CString AfterSet(std::string_view content, std::string_view section, std::string_view key, std::string_view value) {
-        m_folder.Write("order.ini", content);
-        CIniDocument document;
-        document.Load(m_folder / "Order.ini");
+        CIniDocument& document = Holding(content);
         document.Set(section, key, value);
         EXPECT_EQ(document.Get(section, key, "default"), value);
         return m_folder.Read("order.ini");
     }
 
     TempFolder m_folder;
+    std::optional<CIniDocument> m_document;
 };
-
-TEST_F(IniDocument, MissingAndEmptyFilesGiveDefaults) {
-    CIniDocument document;
-    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
-    document.Load(m_folder / "missing.ini");
-    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
-    EXPECT_FALSE(document.IsUnreadable());
-    EXPECT_EQ(GetFrom("", "Order", "Num"), "default");
-    EXPECT_EQ(GetFrom(kMark, "", ""), "default");
-}
 
 TEST_F(IniDocument, ReadsValuesWithoutTheBlanksAroundThem) {
     EXPECT_EQ(GetFrom(kMark + "[Order]\r\n \t0 =\ta b = c \r\n", "Order", "0"), "a b = c");
+    EXPECT_EQ(GetFrom("", "Order", "0"), "default");
+    EXPECT_EQ(GetFrom(kMark, "", ""), "default");
     EXPECT_EQ(GetFrom("[Order]\n0=", "Order", "0"), "") << "an empty value is no missing one";
     EXPECT_EQ(GetFrom("[Order]\n0=\xC3\xA0\xE2\x80\x85", "Order", "0"), "\xC3\xA0\xE2\x80\x85");
     EXPECT_EQ(GetFrom("[Order]\n\xFF\xFE=\xE4", "Order", "\xFF\xFE"), "\xE4") << "bytes that are no UTF-8 stay";
@@ -82,26 +76,30 @@ TEST_F(IniDocument, RewritingKeepsTheMarkOrItsAbsence) {
     EXPECT_EQ(AfterSet("", "A", "1", "b"), "[A]\r\n1=b\r\n");
 }
 
-TEST_F(IniDocument, SetCreatesAMissingFileWithTheMark) {
+TEST_F(IniDocument, AMissingFileOrOneBegunAnewComesWithTheMark) {
     CIniDocument document;
+    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
     document.Load(m_folder / "new.ini");
+    EXPECT_FALSE(document.IsUnreadable());
+    EXPECT_EQ(document.Get("Order", "Num", "default"), "default");
     document.Set("Order", "Num", "1");
     document.Set("Order", "0", "a");
     EXPECT_EQ(m_folder.Read("new.ini"), kMark + "[Order]\r\nNum=1\r\n0=a\r\n");
+    document.Begin(m_folder.Write("old.ini", "; old\n[Order]\nNum=5"));
+    document.SetInLines("Order", "Num", "0");
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(m_folder.Read("old.ini"), kMark + "[Order]\r\nNum=0\r\n");
 }
 
 TEST_F(IniDocument, SetWorksOnWhatTheFileHoldsByThen) {
-    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
-    CIniDocument document;
-    document.Load(path);
+    CIniDocument& document = Holding("[A]\n0=a");
     m_folder.Write("order.ini", "[A]\n0=a\n1=b");
     document.Set("A", "0", "x");
     EXPECT_EQ(m_folder.Read("order.ini"), "[A]\r\n0=x\r\n1=b\r\n");
 }
 
 TEST_F(IniDocument, SavesManyChangesWithOneReplacement) {
-    CIniDocument document;
-    document.Load(m_folder / "order.ini");
+    CIniDocument& document = Holding("");
     for (int i = 0; i < 100; ++i) {
         document.SetInLines("Order", Format("%d", i), Format("%d.xml", i));
     }
@@ -113,20 +111,9 @@ TEST_F(IniDocument, SavesManyChangesWithOneReplacement) {
     EXPECT_EQ(m_folder.Names(), (std::set<CString>{"order.ini"}));
 }
 
-TEST_F(IniDocument, BegunAnewItReplacesWhatStoodThere) {
-    const CString path = m_folder.Write("order.ini", "; old\n[Order]\nNum=5");
-    CIniDocument document;
-    document.Begin(path);
-    document.SetInLines("Order", "Num", "0");
-    EXPECT_TRUE(document.Save());
-    EXPECT_EQ(m_folder.Read("order.ini"), kMark + "[Order]\r\nNum=0\r\n");
-}
-
 TEST_F(IniDocument, AFailedSaveLeavesTheFileAndAnswersDefaults) {
-    const CString path = m_folder.Write("order.ini", "[A]\n0=a");
-    CIniDocument document;
-    document.Load(path);
-    chmod(path.c_str(), 0444);
+    CIniDocument& document = Holding("[A]\n0=a");
+    chmod((m_folder / "order.ini").c_str(), 0444);
     EXPECT_FALSE(document.Save());
     EXPECT_EQ(document.Get("A", "0", "default"), "default");
     EXPECT_EQ(m_folder.Read("order.ini"), "[A]\n0=a");
@@ -160,8 +147,7 @@ TEST_F(IniDocument, AfterAnyChangesItAnswersLikeOneThatReadsItsFile) {
         for (unsigned i = random() % 12; i > 0; --i) {
             content += pick(lines) + "\n";
         }
-        CIniDocument document;
-        document.Load(m_folder.Write("order.ini", content));
+        CIniDocument& document = Holding(content);
         for (int step = 0; step < 12; ++step) {
             static_cast<void>(document.Get(pick(names), pick(names), "-"));
             document.SetInLines(pick(names), pick(names), Format("%d", step));
