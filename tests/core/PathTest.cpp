@@ -56,15 +56,6 @@ TEST(PathResolver, PrefersTheExactSpellingThenTheByteSmallest) {
     EXPECT_EQ(Spelling(folder / "group/b.xml"), "") << "the folder is chosen before its content is known";
 }
 
-TEST(PathResolver, GivesAMissingFileItsFolderInTheSpellingOfTheDisk) {
-    const TempFolder folder;
-    folder.Write("Recent/a.xml", "");
-    const auto resolved = ResolvePath(folder / "RECENT\\New.xml");
-    ASSERT_TRUE(resolved);
-    EXPECT_FALSE(resolved->bExists);
-    EXPECT_EQ(resolved->strPath, folder / "Recent/New.xml");
-}
-
 TEST(PathResolver, RefusesPathsThatNameNothing) {
     for (const std::string_view path : {"", "/", "\\", "//\\", "\\/"}) {
         EXPECT_FALSE(ResolvePath(path)) << path;

@@ -30,6 +30,12 @@ struct Canvas {
         return count;
     }
 
+    /// Whether each pixel is as `pixel` tells for its place.
+    template <class Pixel>
+    [[nodiscard]] bool Shows(Pixel pixel) const {
+        return Count([&](int x, int y) { return At(x, y) != pixel(x, y); }) == 0;
+    }
+
     [[nodiscard]] int CountInk(const CRect& area) const {
         return Count([&](int x, int y) { return area.Contains({x, y}) && At(x, y) != 0; });
     }
@@ -37,15 +43,14 @@ struct Canvas {
     /// The smallest rectangle around all pixels for which `test` is true.
     template <class Test>
     [[nodiscard]] CRect Around(Test test) const {
-        const CSize size = bitmap.GetSize();
-        CRect result{size.cx, size.cy, 0, 0};
+        CRect result{bitmap.GetSize().cx, bitmap.GetSize().cy, 0, 0};
         const int found = Count([&](int x, int y) {
-            const bool is = test(x, y);
-            if (is) {
-                result = {std::min(result.left, x), std::min(result.top, y), std::max(result.right, x + 1),
-                          std::max(result.bottom, y + 1)};
+            if (!test(x, y)) {
+                return false;
             }
-            return is;
+            result = {std::min(result.left, x), std::min(result.top, y), std::max(result.right, x + 1),
+                      std::max(result.bottom, y + 1)};
+            return true;
         });
         return found ? result : CRect();
     }

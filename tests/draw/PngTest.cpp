@@ -68,14 +68,6 @@ TEST(Png, ReadsBackPicturesOfEveryTexture) {
     }
 }
 
-TEST(Png, WritesAScreenAsOpaque) {
-    const auto copy = DecodePng(EncodePng(*MakePicture(), PngAlpha::Ignore));
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(copy->At(0, 0), 0xff000000);
-    EXPECT_EQ(copy->At(1, 1), 0xff402010);
-    EXPECT_EQ(EncodePng(Surface(0, 5), PngAlpha::Ignore), "");
-}
-
 TEST(Png, RefusesAFileCutShortAnywhereOrWithAnyByteChanged) {
     const std::string file = EncodePng(*MakePicture(), PngAlpha::Keep);
     for (std::size_t place = 0; place < file.size(); ++place) {

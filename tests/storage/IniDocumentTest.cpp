@@ -62,15 +62,12 @@ TEST_F(IniDocument, TakesOnlyTheFirstSectionAndTheFirstLineOfAKey) {
     EXPECT_EQ(GetFrom("[Order]\n=a\nno sign", "Order", ""), "a");
 }
 
-TEST_F(IniDocument, SetChangesItsOwnLineOnly) {
+TEST_F(IniDocument, SetChangesItsOwnLineOnlyAndKeepsTheMarkOrItsAbsence) {
     EXPECT_EQ(AfterSet("; top\r\n[Order]\r\n 0 = a \r\n\r\n  1=b", "Order", "0", "x=y"),
               "; top\r\n[Order]\r\n0=x=y\r\n\r\n  1=b\r\n");
     EXPECT_EQ(AfterSet("[Order]\n0=a\n\n[Next]\n", "Order", "1", "b"), "[Order]\r\n0=a\r\n\r\n1=b\r\n[Next]\r\n");
     EXPECT_EQ(AfterSet("[Order]", "Order", "0", "a"), "[Order]\r\n0=a\r\n");
     EXPECT_EQ(AfterSet("[A]\n0=a", "B", "0", "b"), "[A]\r\n0=a\r\n[B]\r\n0=b\r\n");
-}
-
-TEST_F(IniDocument, RewritingKeepsTheMarkOrItsAbsence) {
     EXPECT_EQ(AfterSet(kMark + "[A]\n0=\u65e5\xff", "A", "1", "b"), kMark + "[A]\r\n0=\u65e5\xff\r\n1=b\r\n");
     EXPECT_EQ(AfterSet(kMark, "A", "1", "b"), kMark + "[A]\r\n1=b\r\n");
     EXPECT_EQ(AfterSet("", "A", "1", "b"), "[A]\r\n1=b\r\n");
@@ -91,10 +88,14 @@ TEST_F(IniDocument, AMissingFileOrOneBegunAnewComesWithTheMark) {
     EXPECT_EQ(m_folder.Read("old.ini"), kMark + "[Order]\r\nNum=0\r\n");
 }
 
-TEST_F(IniDocument, SetWorksOnWhatTheFileHoldsByThen) {
+TEST_F(IniDocument, SetWorksOnWhatTheFileHoldsByThenAndAFailedSaveLeavesIt) {
     CIniDocument& document = Holding("[A]\n0=a");
     m_folder.Write("order.ini", "[A]\n0=a\n1=b");
     document.Set("A", "0", "x");
+    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\r\n0=x\r\n1=b\r\n");
+    chmod((m_folder / "order.ini").c_str(), 0444);
+    EXPECT_FALSE(document.Save());
+    EXPECT_EQ(document.Get("A", "0", "default"), "default");
     EXPECT_EQ(m_folder.Read("order.ini"), "[A]\r\n0=x\r\n1=b\r\n");
 }
 
@@ -109,14 +110,6 @@ TEST_F(IniDocument, SavesManyChangesWithOneReplacement) {
     EXPECT_FALSE(calls.WasUnsyncedRename());
     EXPECT_EQ(document.Get("Order", "99", ""), "99.xml");
     EXPECT_EQ(m_folder.Names(), (std::set<CString>{"order.ini"}));
-}
-
-TEST_F(IniDocument, AFailedSaveLeavesTheFileAndAnswersDefaults) {
-    CIniDocument& document = Holding("[A]\n0=a");
-    chmod((m_folder / "order.ini").c_str(), 0444);
-    EXPECT_FALSE(document.Save());
-    EXPECT_EQ(document.Get("A", "0", "default"), "default");
-    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\n0=a");
 }
 
 TEST_F(IniDocument, NeverWritesOverAFileThatItCouldNotRead) {
