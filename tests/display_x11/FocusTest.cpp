@@ -2,8 +2,6 @@
 
 #include "platform/display/x11/X11DisplayImpl.h"
 
-#include <xkbcommon/xkbcommon-keysyms.h>
-
 namespace veldan {
 
 namespace {
@@ -25,6 +23,19 @@ protected:
         ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == window.Id(); }));
     }
 
+    void ExpectOtherToHaveIt() {
+        m_display->Flush();
+        EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+    }
+
+    // The next news is that an own window has it.
+    void ExpectNextToBeFocusOf(TopLevelId window) {
+        DisplayEvent event;
+        ASSERT_TRUE(m_display->NextEvent(event));
+        EXPECT_EQ(event.kind, DisplayEventKind::FocusIn);
+        EXPECT_EQ(event.window, window);
+    }
+
     std::unique_ptr<Display> MakeDisplay() override {
         auto clock = std::make_unique<ManualClock>();
         m_clock = clock.get();
@@ -43,20 +54,12 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(OnServer, FocusTest, testing::Bool(), ManagedOrBare);
 
-TEST_P(FocusTest, IsTakenAndGivenBack) {
+TEST_P(FocusTest, IsTakenAndGivenBackAlsoAfterItsWindowWasHidden) {
     ShowFocusedMenu();
     EXPECT_EQ(m_hand.Focus(), WindowOf(kMenu));
-    m_display->GiveBackFocus();
-    m_display->Flush();
-    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
-}
-
-TEST_P(FocusTest, IsGivenBackAlsoAfterItsWindowWasHidden) {
-    ShowFocusedMenu();
     m_display->SetVisible(kMenu, false);
     m_display->GiveBackFocus();
-    m_display->Flush();
-    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+    ExpectOtherToHaveIt();
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
 }
 
@@ -74,7 +77,7 @@ TEST_P(FocusTest, LossToAForeignWindowIsToldAndLeftAlone) {
     EXPECT_EQ(m_hand.Focus(), third.Id());
 }
 
-TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnce) {
+TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnceAndALaterOneIsTold) {
     ShowFocusedMenu();
     m_clock->Advance(299);
     m_other->TakeFocus();
@@ -83,6 +86,11 @@ TEST_P(FocusTest, StrayLossRightAfterShowingIsUndoneOnce) {
     m_other->TakeFocus();
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
     EXPECT_EQ(m_hand.Focus(), m_other->Id());
+    m_display->TakeFocus(kMenu);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn));
+    m_clock->Advance(300);
+    m_other->TakeFocus();
+    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
 }
 
 TEST_P(FocusTest, NewsFromBeforeItWasTakenIsOutOfDate) {
@@ -92,31 +100,20 @@ TEST_P(FocusTest, NewsFromBeforeItWasTakenIsOutOfDate) {
     m_display->Sync();
     m_display->TakeFocus(kMenu);
     m_display->TakeFocus(kMenu);
-    const auto focus = WaitFor(DisplayEventKind::FocusIn);
-    ASSERT_TRUE(focus);
-    EXPECT_EQ(focus->window, kMenu);
+    ExpectOf(kMenu, DisplayEventKind::FocusIn);
 }
 
-TEST_P(FocusTest, LaterLossIsTold) {
+TEST_P(FocusTest, MovesBetweenOwnWindowsAndAGrabOfTheKeyboardAreNoLoss) {
     ShowFocusedMenu();
-    m_clock->Advance(300);
-    m_other->TakeFocus();
-    EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
-}
-
-TEST_P(FocusTest, MovesBetweenOwnWindowsAreNoLoss) {
-    ShowFocusedMenu();
+    m_other->GrabKeyboard();
+    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
     Show(8, {300, 120, 500, 280});
     m_display->TakeFocus(8);
     m_display->Sync();
-    DisplayEvent event;
-    ASSERT_TRUE(m_display->NextEvent(event));
-    EXPECT_EQ(event.kind, DisplayEventKind::FocusIn);
-    EXPECT_EQ(event.window, 8U);
+    ExpectNextToBeFocusOf(8);
     EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
     m_display->GiveBackFocus();
-    m_display->Flush();
-    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); })) << "not the first own window";
+    ExpectOtherToHaveIt();
 }
 
 TEST_P(FocusTest, HandingItOnFromAHiddenWindowIsNoLoss) {
@@ -124,27 +121,14 @@ TEST_P(FocusTest, HandingItOnFromAHiddenWindowIsNoLoss) {
     ShowFocusedMenu();
     m_display->SetVisible(kMenu, false);
     m_display->TakeFocus(8);
-    DisplayEvent event;
-    ASSERT_TRUE(m_display->NextEvent(event));
-    EXPECT_EQ(event.kind, DisplayEventKind::FocusIn);
-    EXPECT_EQ(event.window, 8U);
-}
-
-TEST_P(FocusTest, GrabOfTheKeyboardIsNoLoss) {
-    ShowFocusedMenu();
-    m_other->GrabKeyboard();
-    m_other->UngrabKeyboard();
-    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
+    ExpectNextToBeFocusOf(8);
 }
 
 TEST_P(FocusTest, FrameTakesItAsSoonAsItMay) {
     m_display->CreateTopLevel(kFrame, {.kind = TopLevelKind::Frame, .title = "host"}, {300, 200, 500, 350});
     m_display->SetVisible(kFrame, true);
     m_display->TakeFocus(kFrame);
-    m_display->Flush();
-    const auto focus = WaitFor(DisplayEventKind::FocusIn);
-    ASSERT_TRUE(focus);
-    EXPECT_EQ(focus->window, kFrame);
+    ExpectOf(kFrame, DisplayEventKind::FocusIn);
 }
 
 class BareFocusTest : public FocusFixture {
@@ -162,16 +146,15 @@ TEST_F(BareFocusTest, StrayLossToAnOwnFrameIsUndoneOnceToo) {
     EXPECT_FALSE(HasCome(DisplayEventKind::FocusIn));
     EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kMenu); }));
     m_hand.GiveFocus(WindowOf(kFrame));
-    const auto focus = WaitFor(DisplayEventKind::FocusIn);
-    ASSERT_TRUE(focus);
-    EXPECT_EQ(focus->window, kFrame);
+    ExpectOf(kFrame, DisplayEventKind::FocusIn);
 }
 
-class ManagedFocusTest : public ManagedX11DisplayTest {};
+class ManagedFocusTest : public FocusFixture {
+protected:
+    ManagedFocusTest() : FocusFixture(true) {}
+};
 
 TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
-    XForeignWindow first(m_server.Name(), {600, 400, 800, 600}, 0x808080, XForeignWindow::Kind::Managed);
-    ASSERT_TRUE(m_hand.WaitForPixel({700, 500}, 0x808080));
     Show(kFrame, {300, 100, 500, 250}, 0xff336699, TopLevelKind::Frame);
     ASSERT_TRUE(m_hand.WaitForPixel({400, 200}, 0x336699));
     m_hand.ClickAt({400, 200});
@@ -179,9 +162,10 @@ TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
     m_display->TakeFocus(kFrame);
     m_display->Sync();
     ASSERT_TRUE(WaitUntil([&] { return m_hand.Focus() == WindowOf(kFrame); }));
+    m_clock->Advance(300);
     ASSERT_TRUE(m_hand.SwitchWindow());
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
-    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == first.Id(); }));
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
 }
 
 }  // namespace

@@ -24,6 +24,8 @@ TEST_F(PointerTest, OnlyTheNewestOfSeveralMovesIsTold) {
     EXPECT_EQ(event.window, kMenu);
     EXPECT_EQ(event.screen, (CPoint{199, 150}));
     EXPECT_FALSE(m_display->NextEvent(event));
+    m_hand.Move({321, 654});
+    EXPECT_EQ(m_display->QueryPointer(), (CPoint{321, 654})) << "outside of own windows too";
 }
 
 TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
@@ -32,9 +34,7 @@ TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
     m_hand.Move(kInMenu);
     ASSERT_TRUE(WaitFor(DisplayEventKind::PointerMove));
     m_hand.Move({400, 200});
-    const auto move = WaitFor(DisplayEventKind::PointerMove);
-    ASSERT_TRUE(move);
-    EXPECT_EQ(move->window, 8U);
+    ExpectOf(8, DisplayEventKind::PointerMove);
     m_hand.Move({700, 200});
     const auto leave = WaitFor(DisplayEventKind::PointerLeave);
     ASSERT_TRUE(leave);
@@ -43,8 +43,9 @@ TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
     EXPECT_FALSE(HasCome(DisplayEventKind::PointerLeave));
 }
 
-TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlags) {
+TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlagsAlsoThroughAToolTip) {
     ShowMenu();
+    Show(8, {140, 150, 200, 170}, 0xffffffe0, TopLevelKind::ToolTip);
     m_hand.Move(kInMenu);
     m_hand.KeyDown(XKB_KEY_Control_L);
     m_hand.Press(1);
@@ -93,20 +94,6 @@ TEST_F(PointerTest, SideButtonHeldBeyondAClickIsAGrabToGiveUp) {
     EXPECT_FALSE(HasCome(DisplayEventKind::PointerMove));
 }
 
-TEST_F(PointerTest, IsFoundOutsideOfOwnWindowsToo) {
-    m_hand.Move({321, 654});
-    EXPECT_EQ(m_display->QueryPointer(), (CPoint{321, 654}));
-}
-
-TEST_F(PointerTest, PassesThroughToolTips) {
-    ShowMenu();
-    Show(8, {140, 150, 200, 170}, 0xffffffe0, TopLevelKind::ToolTip);
-    m_hand.ClickAt(kInMenu);
-    const auto press = WaitFor(DisplayEventKind::ButtonPress);
-    ASSERT_TRUE(press);
-    EXPECT_EQ(press->window, kMenu);
-}
-
 class KeysTest : public X11DisplayTest {
 protected:
     // What one key gives while the menu has the focus.
@@ -122,39 +109,24 @@ protected:
 
 TEST_F(KeysTest, KeysBringTheirCodeAndTheirText) {
     ShowFocusedMenu();
-    const struct {
-        std::uint32_t symbol;
-        UINT key;
-        const char* text;
-    } kCases[] = {{XKB_KEY_a, 'A', "a"},
-                  {XKB_KEY_A, 'A', "A"},
-                  {XKB_KEY_7, '7', "7"},
-                  {XKB_KEY_space, VK_SPACE, " "},
-                  {XKB_KEY_Tab, VK_TAB, ""},
-                  {XKB_KEY_Return, VK_RETURN, ""},
-                  {XKB_KEY_Escape, VK_ESCAPE, ""},
-                  {XKB_KEY_Up, VK_UP, ""},
-                  {XKB_KEY_Home, VK_HOME, ""},
-                  {XKB_KEY_Delete, VK_DELETE, ""},
-                  {XKB_KEY_BackSpace, VK_BACK, ""},
-                  {XKB_KEY_F1, VK_F1, ""}};
-    for (const auto& wanted : kCases) {
-        const DisplayEvent event = Typed(wanted.symbol);
+    const std::tuple<std::uint32_t, UINT, const char*> cases[] = {{XKB_KEY_a, 'A', "a"},
+                                                                  {XKB_KEY_A, 'A', "A"},
+                                                                  {XKB_KEY_7, '7', "7"},
+                                                                  {XKB_KEY_space, VK_SPACE, " "},
+                                                                  {XKB_KEY_Tab, VK_TAB, ""},
+                                                                  {XKB_KEY_Return, VK_RETURN, ""},
+                                                                  {XKB_KEY_Escape, VK_ESCAPE, ""},
+                                                                  {XKB_KEY_Up, VK_UP, ""},
+                                                                  {XKB_KEY_Home, VK_HOME, ""},
+                                                                  {XKB_KEY_Delete, VK_DELETE, ""},
+                                                                  {XKB_KEY_BackSpace, VK_BACK, ""},
+                                                                  {XKB_KEY_F1, VK_F1, ""}};
+    for (const auto& [symbol, key, text] : cases) {
+        const DisplayEvent event = Typed(symbol);
         EXPECT_EQ(event.window, kMenu);
-        EXPECT_EQ(event.key, wanted.key) << wanted.symbol;
-        EXPECT_EQ(event.text, wanted.text) << wanted.symbol;
+        EXPECT_EQ(event.key, key) << symbol;
+        EXPECT_EQ(event.text, text) << symbol;
     }
-}
-
-TEST_F(KeysTest, ControlTypesNothing) {
-    ShowFocusedMenu();
-    m_hand.KeyDown(XKB_KEY_Control_L);
-    ASSERT_TRUE(WaitFor(DisplayEventKind::KeyPress));
-    const DisplayEvent event = Typed(XKB_KEY_c);
-    EXPECT_EQ(event.key, UINT{'C'});
-    EXPECT_EQ(event.text, "");
-    EXPECT_EQ(event.flags, UINT{MK_CONTROL});
-    m_hand.KeyUp(XKB_KEY_Control_L);
 }
 
 TEST_F(KeysTest, AnotherMapIsTakenOverAndDeadKeysCompose) {
@@ -166,6 +138,12 @@ TEST_F(KeysTest, AnotherMapIsTakenOverAndDeadKeysCompose) {
     EXPECT_EQ(Typed(XKB_KEY_dead_acute).text, "");
     EXPECT_EQ(Typed(XKB_KEY_e).text, "é");
     EXPECT_EQ(Typed(XKB_KEY_e).text, "e");
+    m_hand.KeyDown(XKB_KEY_Control_L);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::KeyPress));
+    const DisplayEvent event = Typed(XKB_KEY_c);
+    EXPECT_EQ(event.key, UINT{'C'});
+    EXPECT_EQ(event.text, "") << "with Control nothing is typed";
+    EXPECT_EQ(event.flags, UINT{MK_CONTROL});
 }
 
 struct Watch {
@@ -193,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(Watched, OutsidePressTest,
                                          Watch{"ByGrab", false, false}, Watch{"ByGrabManaged", true, false}),
                          [](const auto& watch) { return watch.param.name; });
 
-TEST_P(OutsidePressTest, IsToldAndReachesItsTarget) {
+TEST_P(OutsidePressTest, IsToldWhileAWindowIsShownAndReachesItsTarget) {
     XForeignWindow other(m_server.Name(), {600, 400, 800, 600}, 0x808080);
     ShowMenu();
     m_hand.ClickAt({700, 500});
@@ -203,6 +181,10 @@ TEST_P(OutsidePressTest, IsToldAndReachesItsTarget) {
     EXPECT_TRUE(WaitUntil([&] { return other.Presses() == 1; }));
     m_hand.ClickAt(kFarAway, 3);
     EXPECT_TRUE(WaitFor(DisplayEventKind::OutsidePress)) << "the root counts, and so does every button";
+    m_display->SetVisible(kMenu, false);
+    m_display->Sync();
+    m_hand.ClickAt(kFarAway);
+    EXPECT_FALSE(HasCome(DisplayEventKind::OutsidePress));
 }
 
 TEST_P(OutsidePressTest, PressesInOwnWindowsAndWheelStepsAreNone) {
@@ -235,14 +217,6 @@ TEST_P(OutsidePressTest, IsToldAlsoWhenThePointerHasComeInMeanwhile) {
         if (isPress) presses.push_back(event.kind);
     }
     EXPECT_EQ(presses, (std::vector{DisplayEventKind::OutsidePress, DisplayEventKind::ButtonPress}));
-}
-
-TEST_P(OutsidePressTest, IsToldOnlyWhileAWindowIsShown) {
-    ShowMenu();
-    m_display->SetVisible(kMenu, false);
-    m_display->Sync();
-    m_hand.ClickAt(kFarAway);
-    EXPECT_FALSE(HasCome(DisplayEventKind::OutsidePress));
 }
 
 }  // namespace

@@ -81,6 +81,13 @@ protected:
         return std::nullopt;
     }
 
+    /// The same for an event that must come to this window.
+    void ExpectOf(TopLevelId window, DisplayEventKind kind) {
+        const auto event = WaitFor(kind);
+        ASSERT_TRUE(event);
+        EXPECT_EQ(event->window, window);
+    }
+
     /// Whether an event of a kind is among those that the server has sent up to now.
     bool HasCome(DisplayEventKind kind) {
         m_hand.Sync();

@@ -1,9 +1,7 @@
 #include "x11/XHand.h"
 
-#include "x11/Ask.h"
 #include "x11/Wait.h"
 
-#include <xcb/randr.h>
 #include <xcb/xcb_icccm.h>
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -20,31 +18,19 @@ constexpr std::uint32_t kPropertyWords = 1024;
 
 }  // namespace
 
-XHand::XHand(const std::string& display) : m_connection(xcb_connect(display.c_str(), nullptr)) {
-    if (xcb_connection_has_error(m_connection) != 0) return;
-    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+void XClient::Sync() const {
+    Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
 }
 
-XHand::~XHand() {
-    xcb_disconnect(m_connection);
-}
-
-void XHand::Fake(std::uint8_t type, std::uint8_t detail, CPoint screen) {
-    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_root, static_cast<std::int16_t>(screen.x),
-                        static_cast<std::int16_t>(screen.y), 0);
+void XClient::GiveFocus(xcb_window_t window) {
+    xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
     Sync();
 }
 
-void XHand::Move(CPoint screen) {
-    Fake(XCB_MOTION_NOTIFY, 0, screen);
-}
-
-void XHand::Press(int button) {
-    Fake(XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button));
-}
-
-void XHand::Release(int button) {
-    Fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button));
+void XHand::Fake(std::uint8_t type, int detail, CPoint screen) {
+    xcb_test_fake_input(m_connection, type, static_cast<std::uint8_t>(detail), XCB_CURRENT_TIME, m_root,
+                        static_cast<std::int16_t>(screen.x), static_cast<std::int16_t>(screen.y), 0);
+    Sync();
 }
 
 void XHand::Click(int button) {
@@ -78,14 +64,6 @@ XHand::KeyPlace XHand::Find(std::uint32_t symbol) const {
     return {};
 }
 
-void XHand::KeyDown(std::uint32_t symbol) {
-    if (const KeyPlace key = Find(symbol); key.code != 0) Fake(XCB_KEY_PRESS, key.code);
-}
-
-void XHand::KeyUp(std::uint32_t symbol) {
-    if (const KeyPlace key = Find(symbol); key.code != 0) Fake(XCB_KEY_RELEASE, key.code);
-}
-
 void XHand::Key(std::uint32_t symbol) {
     const bool withShift = Find(symbol).withShift;
     if (withShift) KeyDown(XKB_KEY_Shift_L);
@@ -94,22 +72,17 @@ void XHand::Key(std::uint32_t symbol) {
     if (withShift) KeyUp(XKB_KEY_Shift_L);
 }
 
-XPicture XHand::Capture(const CRect& screen) const {
-    XPicture picture{screen.Size(), {}};
+std::vector<std::uint32_t> XHand::Capture(const CRect& screen) const {
     const auto image = Ask<&xcb_get_image_reply>(
         m_connection,
         xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, static_cast<std::int16_t>(screen.left),
                       static_cast<std::int16_t>(screen.top), static_cast<std::uint16_t>(screen.Width()),
                       static_cast<std::uint16_t>(screen.Height()), ~0U));
-    picture.pixels.resize(static_cast<std::size_t>(screen.Width()) * static_cast<std::size_t>(screen.Height()));
-    if (!image) return picture;
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(screen.Width() * screen.Height()));
+    if (!image) return pixels;
     const auto* data = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get()));
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i) picture.pixels[i] = data[i] & kColourBits;
-    return picture;
-}
-
-std::uint32_t XHand::PixelAt(CPoint screen) const {
-    return Capture(CRect::FromSize(screen, {1, 1})).At(0, 0);
+    for (std::size_t i = 0; i < pixels.size(); ++i) pixels[i] = data[i] & kColourBits;
+    return pixels;
 }
 
 bool XHand::WaitForPixel(CPoint screen, std::uint32_t colour) const {
@@ -127,21 +100,12 @@ xcb_atom_t XHand::Atom(std::string_view name) const {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void XHand::GiveFocus(xcb_window_t window) {
-    xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-    Sync();
-}
-
 std::string XHand::PropertyOf(xcb_window_t window, std::string_view name) const {
     const auto reply = Ask<&xcb_get_property_reply>(
         m_connection, xcb_get_property(m_connection, 0, window, Atom(name), XCB_ATOM_ANY, 0, kPropertyWords));
     if (!reply) return {};
     const auto* value = static_cast<const char*>(xcb_get_property_value(reply.get()));
     return {value, value + xcb_get_property_value_length(reply.get())};
-}
-
-xcb_window_t XHand::FindWindow(std::string_view title) const {
-    return FindBelow(m_root, title);
 }
 
 std::vector<xcb_window_t> XHand::ChildrenOf(xcb_window_t parent) const {
@@ -210,37 +174,12 @@ void XHand::PoseAsCompositor() {
     Sync();
 }
 
-void XHand::ResizeScreen(CSize size) {
-    Ask<&xcb_randr_query_version_reply>(m_connection, xcb_randr_query_version(m_connection, 1, 3));
-    const auto resources = Ask<&xcb_randr_get_screen_resources_current_reply>(
-        m_connection, xcb_randr_get_screen_resources_current(m_connection, m_root));
-    if (!resources) return;
-    // Monitors that show more than the screen holds would keep it from shrinking.
-    const xcb_randr_crtc_t* monitors = xcb_randr_get_screen_resources_current_crtcs(resources.get());
-    for (int i = 0; i < resources->num_crtcs; ++i) {
-        Ask<&xcb_randr_set_crtc_config_reply>(
-            m_connection,
-            xcb_randr_set_crtc_config(m_connection, monitors[i], XCB_CURRENT_TIME, resources->config_timestamp, 0, 0,
-                                      XCB_NONE, XCB_RANDR_ROTATION_ROTATE_0, 0, nullptr));
-    }
-    xcb_randr_set_screen_size(m_connection, m_root, static_cast<std::uint16_t>(size.cx),
-                              static_cast<std::uint16_t>(size.cy), 200, 150);
-    Sync();
-}
-
-void XHand::Sync() const {
-    Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
-}
-
 XForeignWindow::XForeignWindow(const std::string& display, const CRect& rect, std::uint32_t colour, Kind kind)
-    : m_connection(xcb_connect(display.c_str(), nullptr)) {
-    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
-    m_root = screen->root;
-    m_window = xcb_generate_id(m_connection);
+    : XClient(display), m_window(xcb_generate_id(m_connection)) {
     const std::uint32_t values[] = {colour, kind == Kind::Bare ? 1U : 0U, XCB_EVENT_MASK_BUTTON_PRESS};
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, screen->root, static_cast<std::int16_t>(rect.left),
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_root, static_cast<std::int16_t>(rect.left),
                       static_cast<std::int16_t>(rect.top), static_cast<std::uint16_t>(rect.Width()),
-                      static_cast<std::uint16_t>(rect.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
+                      static_cast<std::uint16_t>(rect.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     // A manager chooses the place of a window that doesn't say that its own is meant.
     xcb_size_hints_t hints{};
@@ -250,25 +189,9 @@ XForeignWindow::XForeignWindow(const std::string& display, const CRect& rect, st
     Show();
 }
 
-XForeignWindow::~XForeignWindow() {
-    xcb_disconnect(m_connection);
-}
-
-void XForeignWindow::Sync() const {
-    Ask<&xcb_get_input_focus_reply>(m_connection, xcb_get_input_focus(m_connection));
-}
-
-void XForeignWindow::Show() {
+bool XForeignWindow::Show() {
     xcb_map_window(m_connection, m_window);
     Sync();
-}
-
-void XForeignWindow::TakeFocus() {
-    xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, m_window, XCB_CURRENT_TIME);
-    Sync();
-}
-
-bool XForeignWindow::IsDecorated() const {
     const auto tree = Ask<&xcb_query_tree_reply>(m_connection, xcb_query_tree(m_connection, m_window));
     return tree && tree->parent != m_root;
 }
@@ -276,9 +199,6 @@ bool XForeignWindow::IsDecorated() const {
 void XForeignWindow::GrabKeyboard() {
     Ask<&xcb_grab_keyboard_reply>(m_connection, xcb_grab_keyboard(m_connection, 0, m_window, XCB_CURRENT_TIME,
                                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-}
-
-void XForeignWindow::UngrabKeyboard() {
     xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
     Sync();
 }

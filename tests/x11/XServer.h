@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/core/Geometry.h"
+#include "x11/Program.h"
 
-#include <sys/types.h>
-
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,9 +19,6 @@ struct XServerOptions {
 class XServer {
 public:
     explicit XServer(const XServerOptions& options = {});
-    ~XServer();
-    XServer(const XServer&) = delete;
-    XServer& operator=(const XServer&) = delete;
 
     /// False where the server or its manager could not be started: a fault of the test.
     [[nodiscard]] bool IsRunning() const { return !m_name.empty(); }
@@ -35,12 +31,11 @@ public:
     [[nodiscard]] bool Run(const std::vector<std::string>& command) const;
 
 private:
-    void Start(const XServerOptions& options);
     [[nodiscard]] bool StartManager();
 
     std::string m_name;
-    pid_t m_server = 0;
-    pid_t m_manager = 0;
+    std::optional<Program> m_server;
+    std::optional<Program> m_manager;
 };
 
 }  // namespace veldan

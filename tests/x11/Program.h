@@ -28,6 +28,8 @@ public:
     void Say(const std::string& line) const;
     /// Waits for its end: the exit status, 128 and more for a signal, or -1 where it doesn't end.
     [[nodiscard]] int Finish();
+    /// Ends it by a signal, if it is still there.
+    void End(int signal);
     /// What it has written so far on the standard output and error, the lines that it tells apart.
     [[nodiscard]] std::string Noise() const;
 

@@ -1,4 +1,4 @@
-#include "e2e/Program.h"
+#include "x11/Program.h"
 
 #include "x11/Wait.h"
 
@@ -31,7 +31,7 @@ namespace {
         arguments.push_back(strdup(argument.c_str()));
     }
     arguments.push_back(nullptr);
-    execv(arguments[0], arguments.data());
+    execvp(arguments[0], arguments.data());
     _exit(127);
 }
 
@@ -65,13 +65,18 @@ Program::Program(const std::vector<std::string>& command, const Environment& var
 }
 
 Program::~Program() {
-    if (m_process > 0) {
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-    }
+    End(SIGTERM);
     for (const int descriptor : {m_input, m_voice, m_noise}) {
         close(descriptor);
     }
+}
+
+void Program::End(int signal) {
+    if (m_process > 0) {
+        kill(m_process, signal);
+        waitpid(m_process, nullptr, 0);
+    }
+    m_process = 0;
 }
 
 bool Program::ReadSome() {
