@@ -36,29 +36,6 @@ private:
     }
 };
 
-/// A person's hand on the display in memory.
-class Hand {
-public:
-    Hand(MemoryDisplay& display, ManualClock& clock) : m_display(display), m_clock(clock) {}
-
-    void Rest(CPoint screen) {
-        m_display.MovePointer(screen);
-        Desktop::Get().Dispatch();
-        m_clock.Advance(100);
-        Desktop::Get().Dispatch();
-    }
-    void Click(CPoint screen) {
-        Rest(screen);
-        m_display.PressButton(1);
-        m_display.ReleaseButton(1);
-        Desktop::Get().Dispatch();
-    }
-
-private:
-    MemoryDisplay& m_display;
-    ManualClock& m_clock;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -67,7 +44,8 @@ int main(int argc, char** argv) {
     }
     auto display = std::make_unique<MemoryDisplay>();
     auto clock = std::make_unique<ManualClock>();
-    Hand hand(*display, *clock);
+    MemoryDisplay& screen = *display;
+    ManualClock& time = *clock;
     Desktop::Install(std::make_unique<Desktop>(std::move(display), std::move(clock)));
 
     HostWindow host;
@@ -77,8 +55,15 @@ int main(int argc, char** argv) {
     host.ShowWindow(SW_SHOW);
     VELDAN_InitProfileMenus(&host, argv[1]);
     VELDAN_ShowProfileMenus(&host, kMenu.x, kMenu.y, kMsgPicked);
-    hand.Rest(kMenu + kThirdGroup);
-    hand.Click(kMenu + kFirstRow);
+    for (const CPoint place : {kThirdGroup, kFirstRow}) {
+        screen.MovePointer(kMenu + place);
+        Desktop::Get().Dispatch();
+        time.Advance(100);
+        Desktop::Get().Dispatch();
+    }
+    screen.PressButton(1);
+    screen.ReleaseButton(1);
+    Desktop::Get().Dispatch();
     VELDAN_HideProfileMenus();
     VELDAN_ReleaseProfileMenus();
     std::printf("picked %s\n", host.m_strPicked.c_str());

@@ -1,7 +1,6 @@
 #include "e2e/loader/Host.h"
 #include "x11/XHand.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -16,74 +15,37 @@ struct Call {
     std::function<bool()> isDone = [] { return true; };
 };
 
-/// Makes each call while an event is on its way to the host: its own loop must come to hear of both.
-class CallPlayer {
-public:
-    explicit CallPlayer(HostWindow& host) : m_host(host), m_hand(std::getenv("DISPLAY")) {}
-
-    [[nodiscard]] XHand& Hand() { return m_hand; }
-
-    /// These give whether all came about, and tell what didn't.
-    [[nodiscard]] bool Outside(const Call& call) {
-        CatchUp();
-        MoveHand();
+/// Makes a call while the pointer's move is on its way to the host, whose own loop must come to hear of both.
+bool HasCome(HostWindow& host, XHand& hand, const Call& call, bool isInHandler) {
+    CatchUp();
+    const CPoint target{host.m_ptMouse.x == 10 ? 20 : 10, 20};
+    host.m_run = [&] {
+        hand.Move(target);
         call.act();
-        return HasCome(call, "outside of a handler");
+    };
+    if (isInHandler) {
+        host.PostMessage(HostWindow::kMsgRun);
+    } else {
+        host.m_run();
     }
-    [[nodiscard]] bool Inside(const Call& call) {
-        CatchUp();
-        m_host.m_run = [&] {
-            MoveHand();
-            call.act();
-        };
-        const int before = m_host.m_nRuns;
-        m_host.PostMessage(HostWindow::kMsgRun);
-        if (!LoopUntil([&] { return m_host.m_nRuns > before; })) {
-            Tell("PostMessage was without effect");
-            return false;
-        }
-        m_host.m_run = nullptr;
-        return HasCome(call, "inside of a handler");
-    }
-
-private:
-    void MoveHand() {
-        m_target = {10 + ++m_nMoves % 280, 20};
-        m_hand.Move(m_target);
-    }
-    [[nodiscard]] bool HasCome(const Call& call, const std::string& where) {
-        if (!LoopUntil([&] { return m_host.m_ptMouse == m_target; })) {
-            Tell(call.name + " " + where + " lost the pointer's move");
-            return false;
-        }
-        if (!LoopUntil(call.isDone)) {
-            Tell(call.name + " " + where + " was without effect");
-            return false;
-        }
+    if (LoopUntil([&] { return host.m_ptMouse == target && call.isDone(); })) {
         return true;
     }
+    Tell(call.name + (isInHandler ? " inside" : " outside") + " of a handler was without effect or lost the move");
+    return false;
+}
 
-    HostWindow& m_host;
-    XHand m_hand;
-    CPoint m_target;
-    int m_nMoves = 0;
-};
-
-std::vector<Call> CallsOfTheLibrary(const Library& library, HostWindow& host, const std::string& base) {
+/// What a host calls of the library and on its own windows.
+std::vector<Call> AllCalls(const Library& library, HostWindow& host, const std::string& base, XHand& hand) {
+    static int turn = 0;
+    static int before = 0;
+    Desktop& desktop = Desktop::Get();
     return {
         {"Init", [&] { library.Init(&host, base.c_str()); }},
         {"Show", [&] { library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked); }},
         {"second Show", [&] { library.Show(&host, kMenuPlace.x + 9, kMenuPlace.y, HostWindow::kMsgPicked); }},
         {"Hide", [&] { library.Hide(); }},
         {"Release", [&] { library.Release(); }},
-    };
-}
-
-/// What a host calls on its own windows.
-std::vector<Call> CallsOfTheLayer(HostWindow& host, CallPlayer& player, int& turn, int& before) {
-    Desktop& desktop = Desktop::Get();
-    XHand& hand = player.Hand();
-    return {
         {"CursorPos", [&] { (void)desktop.CursorPos(); }},
         {"Sync", [&] { desktop.GetDisplay().Sync(); }},
         {"SetTimer",
@@ -112,18 +74,13 @@ int PlayCalls(const std::string& path, const std::string& base) {
     if (!library.IsLoaded() || !host.Create()) {
         return 2;
     }
-    CallPlayer player(host);
-    int turn = 0;
-    int before = 0;
-    std::vector<Call> calls = CallsOfTheLibrary(library, host, base);
-    for (Call& call : CallsOfTheLayer(host, player, turn, before)) {
-        calls.push_back(std::move(call));
-    }
-    const auto comeOutside = [&](const Call& call) { return player.Outside(call); };
-    const auto comeInside = [&](const Call& call) { return player.Inside(call); };
-    for (int i = 0; i < kRepeats; ++i) {
-        if (!std::ranges::all_of(calls, comeOutside) || !std::ranges::all_of(calls, comeInside)) {
-            return 1;
+    XHand hand(std::getenv("DISPLAY"));
+    const std::vector<Call> calls = AllCalls(library, host, base, hand);
+    for (int i = 0; i < 2 * kRepeats; ++i) {
+        for (const Call& call : calls) {
+            if (!HasCome(host, hand, call, i % 2 == 1)) {
+                return 1;
+            }
         }
     }
     return 0;

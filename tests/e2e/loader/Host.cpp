@@ -24,10 +24,7 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             m_strPicked = reinterpret_cast<const char*>(lParam);
             return 0;
         case kMsgRun:
-            ++m_nRuns;
-            if (m_run) {
-                m_run();
-            }
+            m_run();
             return 0;
         case WM_MOUSEMOVE:
             m_ptMouse = {SignedLoWord(lParam), SignedHiWord(lParam)};
@@ -51,6 +48,23 @@ HWND FindMenu(const HostWindow& host) {
         }
     }
     return {};
+}
+
+bool Pick(const Library& library, HostWindow& host, const std::string& base, int row) {
+    constexpr UINT kMsgGroupHover = 0x6bd;
+    constexpr UINT kMsgItemClick = 0x6c7;
+    constexpr WPARAM kSecondGroup = 4001;
+    constexpr WPARAM kFirstRow = 1000;
+    host.m_strPicked.clear();
+    library.Init(&host, base.c_str());
+    library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
+    CatchUp();
+    const HWND menu = FindMenu(host);
+    Desktop::Get().PostMessage(menu, kMsgGroupHover, kSecondGroup);
+    CatchUp();
+    Desktop::Get().SendMessage(menu, kMsgItemClick, kFirstRow + static_cast<WPARAM>(row));
+    CatchUp();
+    return !host.m_strPicked.empty();
 }
 
 bool LoopUntil(const std::function<bool()>& condition) {

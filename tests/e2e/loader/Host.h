@@ -21,7 +21,6 @@ public:
     std::string m_strPicked;
     std::function<void()> m_run;  ///< Called by kMsgRun.
     CPoint m_ptMouse{-1, -1};
-    int m_nRuns = 0;
     int m_nTimers = 0;
     int m_nPaints = 0;
 
@@ -34,6 +33,9 @@ inline constexpr CPoint kMenuPlace{400, 50};
 
 /// The menu's window, found as the highest that isn't the host's; null for none.
 [[nodiscard]] HWND FindMenu(const HostWindow& host);
+
+/// Makes the menu and picks a row of the second group; whether the host heard of it.
+[[nodiscard]] bool Pick(const Library& library, HostWindow& host, const std::string& base, int row);
 
 /// The host's loop, with nothing but `poll` and Dispatch: true once the condition holds, false where the descriptor
 /// stays quiet before.

@@ -1,59 +1,54 @@
 #include "e2e/loader/Host.h"
-#include "e2e/loader/ProcessState.h"
-#include "platform/display/memory/MemoryDisplay.h"
-#include "x11/XHand.h"
 
-#include <cstdlib>
-#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <csignal>
+#include <filesystem>
+#include <map>
 
 namespace veldan {
 
 namespace {
 
-// Places in the menu, in its own pixels.
-constexpr CPoint kSecondGroup{80, 47};
-constexpr CPoint kFirstRow{400, 42};
-
-/// A person's hand on the display that was chosen.
-class Hand {
-public:
-    Hand() : m_memory(dynamic_cast<MemoryDisplay*>(&Desktop::Get().GetDisplay())) {
-        if (m_memory == nullptr) {
-            m_server = std::make_unique<XHand>(std::getenv("DISPLAY"));
-        }
+std::string Signals() {
+    sigset_t mask;
+    sigset_t pending;
+    pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+    sigpending(&pending);
+    std::string text;
+    for (int signal = 1; signal < NSIG; ++signal) {
+        struct sigaction action {};
+        sigaction(signal, nullptr, &action);
+        text += std::to_string(reinterpret_cast<std::uintptr_t>(action.sa_handler)) + "," +
+                std::to_string(action.sa_flags) + (sigismember(&mask, signal) == 1 ? " held" : "") +
+                (sigismember(&pending, signal) == 1 ? " pending;" : ";");
     }
-
-    void Move(CPoint screen) { m_memory != nullptr ? m_memory->MovePointer(screen) : m_server->Move(screen); }
-    void Click() {
-        if (m_memory != nullptr) {
-            m_memory->PressButton(1);
-            m_memory->ReleaseButton(1);
-        } else {
-            m_server->Click();
-        }
-    }
-
-private:
-    MemoryDisplay* m_memory;
-    std::unique_ptr<XHand> m_server;
-};
-
-bool IsRowShown(HWND menu) {
-    const HWND row = Desktop::Get().WindowAt(menu, kMenuPlace + kFirstRow);
-    return row && row != menu;
+    return text;
 }
 
-bool Pick(HostWindow& host, HWND menu) {
-    Hand hand;
-    hand.Move(kMenuPlace + kSecondGroup);
-    Desktop::Get().Dispatch();
-    if (!LoopUntil([&] { return IsRowShown(menu); })) {
-        return false;
+std::string Variables() {
+    std::string text;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        text += *variable + std::string("\n");
     }
-    hand.Move(kMenuPlace + kFirstRow);
-    hand.Click();
-    Desktop::Get().Dispatch();
-    return LoopUntil([&] { return !host.m_strPicked.empty(); });
+    return text;
+}
+
+std::string CreationMask() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return std::to_string(mask);
+}
+
+/// What a library must leave as its host has set it, by its name.
+std::map<std::string, std::string> StateOfProcess() {
+    return {{"locale", std::setlocale(LC_ALL, nullptr)},
+            {"signals", Signals()},
+            {"folder", std::filesystem::current_path()},
+            {"environment", Variables()},
+            {"umask", CreationMask()}};
 }
 
 }  // namespace
@@ -66,10 +61,8 @@ int PlayOnce(const std::string& path, const std::string& base) {
         if (!library.IsLoaded() || !host.Create()) {
             return 2;
         }
-        library.Init(&host, base.c_str());
-        library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
         Tell(std::string(Desktop::Get().GetDisplay().Name()));
-        Tell(Pick(host, FindMenu(host)) ? host.m_strPicked : "nothing picked");
+        Tell(Pick(library, host, base, 0) ? host.m_strPicked : "nothing picked");
         library.Release();
     }
     std::string changed = "changed:";

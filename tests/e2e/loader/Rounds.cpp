@@ -10,25 +10,14 @@ namespace veldan {
 
 namespace {
 
-constexpr UINT kMsgGroupHover = 0x6bd;
-constexpr UINT kMsgItemClick = 0x6c7;
-constexpr WPARAM kSecondGroup = 4001;
-constexpr WPARAM kFirstRow = 1000;
-
 std::ptrdiff_t CountEntries(const char* folder) {
     using Iterator = std::filesystem::directory_iterator;
     return std::distance(Iterator(folder), Iterator());
 }
 
-bool IsLibraryMapped() {
+std::string Maps() {
     std::ifstream maps("/proc/self/maps");
-    const std::string text{std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>()};
-    return text.find("/libveldan.so") != std::string::npos;
-}
-
-std::ptrdiff_t CountRegions() {
-    std::ifstream maps("/proc/self/maps");
-    return std::count(std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>(), '\n');
+    return {std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>()};
 }
 
 /// Memory of the process's own, in KiB. Pages of files don't count: whether another process maps them too is chance.
@@ -49,7 +38,8 @@ long PrivateMemory() {
 std::string Measures() {
     return "threads=" + std::to_string(CountEntries("/proc/self/task")) +
            " descriptors=" + std::to_string(CountEntries("/proc/self/fd")) +
-           " mapped=" + (IsLibraryMapped() ? "yes" : "no") + " windows=" + std::to_string(Desktop::Get().WindowCount());
+           " mapped=" + (Maps().find("/libveldan.so") != std::string::npos ? "yes" : "no") +
+           " windows=" + std::to_string(Desktop::Get().WindowCount());
 }
 
 /// From the library's loading to its unloading; whether the pick came.
@@ -58,17 +48,9 @@ bool PlayRound(HostWindow& host, const std::string& path, const std::string& bas
     if (!library.IsLoaded()) {
         return false;
     }
-    host.m_strPicked.clear();
-    library.Init(&host, base.c_str());
-    library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
-    Desktop::Get().Dispatch();
-    const HWND menu = FindMenu(host);
-    Desktop::Get().PostMessage(menu, kMsgGroupHover, kSecondGroup);
-    CatchUp();
-    Desktop::Get().SendMessage(menu, kMsgItemClick, kFirstRow + static_cast<WPARAM>(round % 5));
-    CatchUp();
+    const bool isPicked = Pick(library, host, base, round % 5);
     library.Release();
-    return !host.m_strPicked.empty();
+    return isPicked;
 }
 
 }  // namespace
@@ -86,7 +68,8 @@ int PlayRounds(const std::string& library, const std::string& base, int rounds) 
         if (round == kWarm || round == rounds) {
             CatchUp();
             Tell(Measures());
-            Tell(std::to_string(CountRegions()) + " " + std::to_string(PrivateMemory()));
+            const std::string maps = Maps();
+            Tell(std::to_string(std::ranges::count(maps, '\n')) + " " + std::to_string(PrivateMemory()));
             Listen();
         }
     }
