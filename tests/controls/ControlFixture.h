@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/draw/Bitmap.h"
 #include "platform/draw/Png.h"
 #include "platform/draw/Surface.h"
 #include "support/DesktopFixture.h"
@@ -25,17 +24,12 @@ protected:
 
     /// A picture file of columns in these colours.
     CString Columns(const std::vector<COLORREF>& colours, int width, int height) const {
-        CBitmap bitmap;
-        bitmap.CreateCompatibleBitmap(nullptr, width * static_cast<int>(colours.size()), height);
-        CDC dc;
-        dc.CreateCompatibleDC(nullptr);
-        dc.SelectObject(&bitmap);
-        int left = 0;
-        for (const COLORREF colour : colours) {
-            dc.FillSolidRect({left, 0, left + width, height}, colour);
-            left += width;
+        Surface picture(width * static_cast<int>(colours.size()), height);
+        for (int i = 0; i < picture.Width() * height; ++i) {
+            const COLORREF colour = colours[static_cast<std::size_t>(i % picture.Width() / width)];
+            picture.Row(0)[i] = 0xff000000 | (colour & 0xff) << 16 | (colour & 0xff00) | colour >> 16;
         }
-        return m_folder.Write("columns.png", EncodePng(*bitmap.GetSurface(), PngAlpha::Keep));
+        return m_folder.Write("columns.png", EncodePng(picture, PngAlpha::Keep));
     }
     CString Icon(COLORREF colour, int side = 35) const { return Columns({colour}, side, side); }
 

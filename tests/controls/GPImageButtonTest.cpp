@@ -31,6 +31,8 @@ protected:
         Person().Settle();
     }
 
+    [[nodiscard]] bool TipShows() const { return m_button.m_pToolTip->IsWindowVisible(); }
+
     CGPScrollImageButton m_button;
     const CPoint m_on = kParentAt + CPoint{100, 70};
 };
@@ -56,29 +58,19 @@ TEST_F(GPImageButtonTest, SlicesAreTheFirstStatesAndTheOthersAreMadeOfThem) {
     }
 }
 
-TEST_F(GPImageButtonTest, WithoutStatesOrImageNothingIsBuilt) {
+TEST_F(GPImageButtonTest, WithoutAnImageOrWhereItIsClearTheParentIsSeenAndTheButtonAnswers) {
     EXPECT_FALSE(m_button.BuildStateBitmaps());
     m_button.LoadImageFile(Columns({kRed}, 30, 16), "PNG", FALSE, 0, FALSE);
-    EXPECT_FALSE(m_button.BuildStateBitmaps());
+    EXPECT_FALSE(m_button.BuildStateBitmaps()) << "there are no states";
     EXPECT_FALSE(m_button.m_bStatesBuilt);
     EXPECT_EQ(m_button.m_dcNormal.GetSafeHdc(), nullptr);
-}
-
-TEST_F(GPImageButtonTest, AMissingFileLeavesTheButtonInvisibleButAnswering) {
     EXPECT_FALSE(m_button.LoadImageFile(m_folder / "none.png", "PNG", FALSE, 4, TRUE));
     EXPECT_TRUE(m_button.BuildStateBitmaps());
     Person().Settle();
     EXPECT_EQ(Shown(), 0x0a141eU);
     Person().Click(m_on);
     EXPECT_EQ(m_parent.CountOf(WM_COMMAND), 1);
-    EXPECT_EQ(Shown(), 0x0a141eU);
-}
-
-TEST_F(GPImageButtonTest, AlphaShowsWhatTheParentHasUnderTheButton) {
-    CBitmap bitmap;
-    bitmap.CreateCompatibleBitmap(nullptr, 40, 4);
-    std::fill_n(bitmap.GetSurface()->Row(0), 160, 0U);
-    Build(m_folder.Write("clear.png", EncodePng(*bitmap.GetSurface(), PngAlpha::Keep)), 1, TRUE);
+    Build(m_folder.Write("clear.png", EncodePng(Surface(40, 4), PngAlpha::Keep)), 1, TRUE);
     // A matrix that lifts all colours must not lift what isn't there.
     EXPECT_EQ(Middle(m_button.m_dcHover), 0x0a141eU);
     EXPECT_EQ(Shown(), 0x0a141eU);
@@ -110,15 +102,11 @@ TEST_F(GPImageButtonTest, TheFirstLookThatAppliesIsPainted) {
 
 TEST_F(GPImageButtonTest, StackedSlicesStartAtWholePixels) {
     // Ten rows for three slices: they start at 0, 3 and 6.
-    CBitmap bitmap;
-    bitmap.CreateCompatibleBitmap(nullptr, 4, 10);
-    CDC dc;
-    dc.CreateCompatibleDC(nullptr);
-    dc.SelectObject(&bitmap);
-    dc.FillSolidRect({0, 0, 4, 3}, kRed);
-    dc.FillSolidRect({0, 3, 4, 6}, kGreen);
-    dc.FillSolidRect({0, 6, 4, 10}, kBlue);
-    Build(m_folder.Write("rows.png", EncodePng(*bitmap.GetSurface(), PngAlpha::Keep)), 3, FALSE, TRUE);
+    Surface rows(4, 10);
+    for (int i = 0; i < 40; ++i) {
+        rows.Row(0)[i] = i < 12 ? 0xffc80000 : i < 24 ? 0xff00c800 : 0xff0000c8;
+    }
+    Build(m_folder.Write("rows.png", EncodePng(rows, PngAlpha::Keep)), 3, FALSE, TRUE);
     EXPECT_EQ(m_button.m_dcHover.GetSurface()->At(50, 0) & 0xffffff, 0x00c800U);
     EXPECT_EQ(m_button.m_dcPressed.GetSurface()->At(50, 0) & 0xffffff, 0x0000c8U);
 }
@@ -162,18 +150,35 @@ TEST_F(GPImageButtonTest, AnimationRunsWhileThePointerRests) {
     EXPECT_EQ(Shown(), 0xc80000U);
 }
 
-TEST_F(GPImageButtonTest, ATipWithoutTextIsTheCaption) {
+TEST_F(GPImageButtonTest, ATipShowsAfterTheRestAndGoesWithThePointer) {
     m_button.SetTooltipText("", TRUE);
-    EXPECT_EQ(m_button.m_strToolTip, "caption");
+    EXPECT_EQ(m_button.m_strToolTip, "caption") << "a tip without text";
     m_button.SetTooltipText("Scroll up", TRUE);
     EXPECT_EQ(m_button.m_strToolTip, "Scroll up");
     EXPECT_EQ(m_button.m_pToolTip->SendMessage(TTM_GETTOOLCOUNT), 1);
-    Person().Rest(m_on, 900);
-    EXPECT_TRUE(m_button.m_pToolTip->IsWindowVisible());
+    Person().Rest(m_on, 799);
+    EXPECT_FALSE(TipShows());
+    Person().Wait(1);
+    EXPECT_TRUE(TipShows());
+    EXPECT_EQ(Seen(m_button.m_pToolTip->GetWindowRect().TopLeft() + CPoint{1, 1}), 0xffffe1U);
+    EXPECT_EQ(TheDesktop().Active(), m_parent.GetSafeHwnd()) << "a tip never takes the focus";
+    Person().Move(m_on + CPoint{1, 1});
+    EXPECT_TRUE(TipShows());
+    Person().Move({10, 10});
+    EXPECT_FALSE(TipShows());
+    Person().Click(m_on);
+    Person().Wait(900);
+    EXPECT_FALSE(TipShows()) << "a press ends the wait until the pointer has left";
+    m_parent.SetWindowPos(nullptr, 1770, 1000, 500, 400, 0);
+    Person().Rest({1910, 1070}, 900);
+    ASSERT_TRUE(TipShows());
+    const CRect tip = m_button.m_pToolTip->GetWindowRect();
+    EXPECT_EQ(tip.Intersect(m_display->ScreenRect()), tip) << "it stays on the screen";
+    EXPECT_FALSE(tip.Contains({1910, 1070}));
     m_button.SetTooltipText("Scroll up", FALSE);
     Person().Move({10, 10});
-    Person().Rest(m_on, 1500);
-    EXPECT_FALSE(m_button.m_pToolTip->IsWindowVisible());
+    Person().Rest({1910, 1070}, 1500);
+    EXPECT_FALSE(TipShows()) << "switched off";
 }
 
 TEST_F(GPImageButtonTest, LosingTheFocusHidesThePopupOnlyWithThePointerOutside) {

@@ -2,7 +2,6 @@
 
 #include "controls/ControlFixture.h"
 #include "controls/StatePool.h"
-#include "platform/window/ClientDC.h"
 
 namespace veldan {
 namespace {
@@ -27,34 +26,21 @@ protected:
         row.Invalidate();
         Person().Settle();
     }
-    [[nodiscard]] static std::vector<std::uint32_t> PixelsOf(const CWnd& window) {
-        const CClientDC dc(&window);
-        const CSize size = window.GetClientRect().Size();
-        CBitmap bitmap;
-        bitmap.CreateCompatibleBitmap(&dc, size.cx, size.cy);
-        CDC copy;
-        copy.CreateCompatibleDC(&dc);
-        copy.SelectObject(&bitmap);
-        copy.BitBlt(0, 0, size.cx, size.cy, &dc, 0, 0, SRCCOPY);
-        const std::uint32_t* pFirst = bitmap.GetSurface()->Row(0);
-        return {pFirst, pFirst + size.cx * size.cy};
-    }
-    [[nodiscard]] static CString LongText(int words) {
-        CString text;
-        for (int i = 0; i < words; ++i) {
-            text += "word ";
+    [[nodiscard]] std::vector<std::uint32_t> PixelsOf(const CWnd& window) const {
+        const CRect rect = window.GetWindowRect();
+        std::vector<std::uint32_t> pixels;
+        for (int i = 0; i < rect.Width() * rect.Height(); ++i) {
+            pixels.push_back(Seen(rect.TopLeft() + CPoint{i % rect.Width(), i / rect.Width()}));
         }
-        return text;
+        return pixels;
     }
     [[nodiscard]] CPoint PointOn(const CWnd& window) const { return window.GetWindowRect().TopLeft() + CPoint{300, 5}; }
     /// How many pixels of the area have another colour than the skin, or the hovered one.
     [[nodiscard]] int Ink(const CRect& area) const {
         int count = 0;
-        for (int y = area.top; y < area.bottom; ++y) {
-            for (int x = area.left; x < area.right; ++x) {
-                const std::uint32_t pixel = At({x, y});
-                count += pixel != kSkin && pixel != kHovered ? 1 : 0;
-            }
+        for (int i = 0; i < area.Width() * area.Height(); ++i) {
+            const std::uint32_t pixel = At(area.TopLeft() + CPoint{i % area.Width(), i / area.Width()});
+            count += pixel != kSkin && pixel != kHovered ? 1 : 0;
         }
         return count;
     }
@@ -73,12 +59,23 @@ TEST_F(GPMenuButtonTest, StatesDifferInGradientAndInTheColoursOfTheIcon) {
     Person().Rest(PointOn(*pRow));
     EXPECT_EQ(At({340, 110}), kHovered);
     EXPECT_EQ(At({24, 124}), 0x2626f8U);
+    Person().Move(kAway);
+    EXPECT_EQ(At({340, 110}), kSkin);
+    pRow->SetSelected(TRUE);
+    Person().Rest(PointOn(*pRow));
+    Person().Move(kAway);
+    EXPECT_EQ(At({340, 110}), kHovered) << "a selected row keeps the look";
     pRow->m_bDisabledLook = TRUE;
     pRow->Invalidate();
     Person().Settle();
     EXPECT_EQ(At({24, 124}), 0x161616U);
     EXPECT_EQ(At({340, 100}) & 0xff, At({340, 100}) >> 16);
     EXPECT_GT(At({340, 101}), At({340, 148}));
+    const auto pEmpty = MakeRow(1001, 200, {0, 0});
+    MakeUsual(*pEmpty);
+    pEmpty->SetWindowPos(nullptr, 0, 0, 20, 1, SWP_NOMOVE);
+    Person().Settle();
+    EXPECT_EQ(At({30, 230}), 0x0a141eU) << "a row without size is harmless";
 }
 
 TEST_F(GPMenuButtonTest, TextsStandBehindASquareForTheIcon) {
@@ -99,21 +96,19 @@ TEST_F(GPMenuButtonTest, TextsStandBehindASquareForTheIcon) {
 
 TEST_F(GPMenuButtonTest, AStarAtTheEndOfTheCaptionIsAYellowMark) {
     const auto pRow = MakeRow();
-    pRow->SetCaption("Caption**");
-    pRow->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+    const auto pPlain = MakeRow(1001, 200);
+    for (const auto& [row, caption] : {std::pair{pRow.get(), "Caption**"}, {pPlain.get(), "Caption"}}) {
+        row->SetCaption(caption);
+        row->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
+    }
     Person().Settle();
     EXPECT_EQ(pRow->GetCaption(), "Caption");
-    const std::vector<std::uint32_t> marked = PixelsOf(*pRow);
-    const auto pPlain = MakeRow(1001, 200);
-    pPlain->SetCaption("Caption");
-    pPlain->LoadImageFile(Icon(RGB(0, 0, 200)), "PNG");
-    Person().Settle();
-    const std::vector<std::uint32_t> plain = PixelsOf(*pPlain);
     CRect differing = {350, 50, 0, 0};
     for (int i = 0; i < 350 * 50; ++i) {
-        if (marked[static_cast<std::size_t>(i)] != plain[static_cast<std::size_t>(i)]) {
-            differing = {std::min(differing.left, i % 350), std::min(differing.top, i / 350),
-                         std::max(differing.right, i % 350 + 1), std::max(differing.bottom, i / 350 + 1)};
+        const CPoint at{i % 350, i / 350};
+        if (At(at + CPoint{0, 100}) != At(at + CPoint{0, 200})) {
+            differing = {std::min(differing.left, at.x), std::min(differing.top, at.y),
+                         std::max(differing.right, at.x + 1), std::max(differing.bottom, at.y + 1)};
         }
     }
     EXPECT_EQ(differing.Size(), (CSize{5, 5}));
@@ -176,7 +171,7 @@ TEST_F(GPMenuButtonTest, ManyRowsKeepTheirPixelsWithinABound) {
     std::vector<std::uint32_t> first;
     for (UINT i = 0; i < 400; ++i) {
         rows.push_back(MakeRow(1000 + i));
-        MakeUsual(*rows.back(), LongText(200));
+        MakeUsual(*rows.back(), ReplaceAll(CString(200, '-'), "-", "word "));
         if (i == 0) {
             first = PixelsOf(*rows[0]);
         }
@@ -196,17 +191,17 @@ TEST_F(GPMenuButtonTest, RowsThatCanBeSeenKeepTheirPixelsBeyondTheBound) {
     std::vector<std::unique_ptr<CGPMenuButton>> rows;
     for (UINT i = 0; i < 30; ++i) {
         rows.push_back(MakeRow(1000 + i, 0, {1000, 250}));
-        MakeUsual(*rows.back(), LongText(3000));
+        MakeUsual(*rows.back(), ReplaceAll(CString(3000, '-'), "-", "word "));
     }
     const std::size_t all = CStatePool::Get().Bytes();
     EXPECT_GT(all, CStatePool::kMostBytes);
     rows[0]->ShowWindow(SW_HIDE);
     rows.push_back(MakeRow(2000, 0, {1000, 250}));
-    MakeUsual(*rows.back(), LongText(3000));
+    MakeUsual(*rows.back(), ReplaceAll(CString(3000, '-'), "-", "word "));
     EXPECT_EQ(CStatePool::Get().Bytes(), all);
 }
 
-TEST_F(GPMenuButtonTest, RestingTellsTheParentOncePerEntry) {
+TEST_F(GPMenuButtonTest, RestingTellsTheParentOncePerEntryAndEachPressIsAClick) {
     const auto pRow = MakeRow();
     const auto pGroup = MakeRow(4000, 200);
     pGroup->SetKind(0);
@@ -223,26 +218,8 @@ TEST_F(GPMenuButtonTest, RestingTellsTheParentOncePerEntry) {
     EXPECT_EQ(m_parent.CountOf(kMsgGroupHover), 1);
     Person().Rest(PointOn(*pRow));
     EXPECT_EQ(m_parent.CountOf(kMsgItemHover), 2);
-}
-
-TEST_F(GPMenuButtonTest, LeavingBringsBackTheNormalLookUnlessTheRowIsSelected) {
-    const auto pRow = MakeRow();
-    MakeUsual(*pRow);
-    Person().Rest(PointOn(*pRow));
-    EXPECT_EQ(At({340, 110}), kHovered);
-    Person().Move(kAway);
-    EXPECT_EQ(At({340, 110}), kSkin);
-    pRow->SetSelected(TRUE);
-    Person().Rest(PointOn(*pRow));
-    Person().Move(kAway);
-    EXPECT_EQ(At({340, 110}), kHovered);
-}
-
-TEST_F(GPMenuButtonTest, BothPressesOfADoubleClickAreClicks) {
-    const auto pRow = MakeRow();
-    MakeUsual(*pRow);
     Person().DoubleClick(PointOn(*pRow));
-    EXPECT_EQ(m_parent.CountOf(kMsgItemClick), 2);
+    EXPECT_EQ(m_parent.CountOf(kMsgItemClick), 2) << "both presses are clicks";
 }
 
 MenuButtonClickInfo g_info;
@@ -260,22 +237,11 @@ TEST_F(GPMenuButtonTest, ARightClickCallsBackWhereThatIsEnabled) {
     EXPECT_EQ(g_info.x, 300);
     EXPECT_EQ(g_info.y, 5);
     EXPECT_NE(CWnd::GetFocus(), pRow.get());
-}
-
-TEST_F(GPMenuButtonTest, ACallbackMayDeleteTheButton) {
-    auto pRow = MakeRow();
-    pRow->m_bRightClickEnabled = TRUE;
-    pRow->m_pfnRightClick = [](const MenuButtonClickInfo* pInfo) { delete pInfo->pButton; };
-    Person().Click(PointOn(*pRow.release()), 3);
-    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
-}
-
-TEST_F(GPMenuButtonTest, ARowWithoutSizeIsHarmless) {
-    const auto pRow = MakeRow(1000, 100, {0, 0});
-    MakeUsual(*pRow);
-    pRow->SetWindowPos(nullptr, 0, 0, 20, 1, SWP_NOMOVE);
-    Person().Settle();
-    EXPECT_EQ(At({30, 130}), 0x0a141eU);
+    auto pOther = MakeRow(1001, 200);
+    pOther->m_bRightClickEnabled = TRUE;
+    pOther->m_pfnRightClick = [](const MenuButtonClickInfo* pInfo) { delete pInfo->pButton; };
+    Person().Click(PointOn(*pOther.release()), 3);
+    EXPECT_EQ(TheDesktop().WindowCount(), 2U) << "the callback may delete the button";
 }
 
 }  // namespace

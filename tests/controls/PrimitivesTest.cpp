@@ -6,38 +6,29 @@
 #include "platform/resource/Resource.h"
 #include "resources/Dialogs.h"
 
+#include <optional>
+
 namespace veldan {
 namespace {
 
 TEST(GPMemDCTest, WhatIsDrawnArrivesAtTheEndAndAtOnceOnAPrinter) {
-    const struct {
-        bool isPrinting;
-        CRect rect;
-        int drawn;
-    } cases[] = {{false, {10, 10, 20, 20}, 10 * 10}, {false, {0, 0, 0, 0}, 40 * 30}, {true, {10, 10, 20, 20}, 40 * 30}};
-    for (const auto& [isPrinting, rect, drawn] : cases) {
+    for (const bool isPrinting : {false, true}) {
         Canvas target(40, 30);
         target.dc.m_bPrinting = isPrinting;
         {
-            CGPMemDC buffer(target.dc, rect);
-            EXPECT_EQ(buffer.IsPrinting(), isPrinting);
+            CGPMemDC buffer(target.dc, {10, 10, 20, 20});
             buffer.FillSolidRect({0, 0, 40, 30}, kBlue);
-            EXPECT_EQ(target.CountInk({0, 0, 40, 30}), isPrinting ? drawn : 0);
+            EXPECT_EQ(target.CountInk({0, 0, 40, 30}), isPrinting ? 40 * 30 : 0);
         }
-        EXPECT_EQ(target.CountInk({0, 0, 40, 30}), drawn);
+        EXPECT_EQ(target.CountInk({0, 0, 40, 30}), isPrinting ? 40 * 30 : 10 * 10);
         EXPECT_EQ(target.At(15, 15), kBluePixel);
-        target.dc.FillSolidRect({0, 0, 1, 1}, kRed);
-        EXPECT_EQ(target.At(0, 0), kRedPixel) << "it stays open";
     }
-    CDC nothing;
-    CGPMemDC quiet(nothing, {0, 0, 0, 0});
-    EXPECT_EQ(quiet.GetClipBox(), CRect());
 }
 
 TEST(GPResourceImageTest, HoldsWhatItLoadedLast) {
     static constexpr std::byte kNoPicture[] = {std::byte{1}, std::byte{2}};
     static const Resource kResources[] = {{4000, "PNG", kNoPicture}};
-    const ResourceTable table(kResources);
+    std::optional<ResourceTable> table(kResources);
     CGPResourceImage image;
     EXPECT_TRUE(image.Load(kAddIconId, "PNG"));
     EXPECT_EQ(image.GetSize(), (CSize{35, 35}));
@@ -46,12 +37,15 @@ TEST(GPResourceImageTest, HoldsWhatItLoadedLast) {
     EXPECT_TRUE(image.Load(kAddIconId, "PNG"));
     EXPECT_FALSE(image.Load(kAddIconId, "BITMAP"));
     EXPECT_EQ(image.GetSize(), CSize());
+    EXPECT_FALSE(FindResource(4000, "PNG").empty());
+    table.reset();
+    EXPECT_TRUE(FindResource(4000, "PNG").empty()) << "it goes with its table";
     EXPECT_FALSE(image.LoadFile("/nowhere/" + CString(2000, 'x') + ".png"));
     EXPECT_NE(image.m_pBitmap, nullptr);
     EXPECT_EQ(image.GetSize(), CSize());
 }
 
-class SnapshotTest : public ControlTest {};
+using SnapshotTest = ControlTest;
 
 TEST_F(SnapshotTest, ShowsTheParentUnderTheControlEvenBeforeItEverPainted) {
     ProbeWnd popup;

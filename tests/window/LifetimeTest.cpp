@@ -59,7 +59,8 @@ class LifetimeTest : public DesktopTest, public testing::WithParamInterface<std:
 protected:
     LifetimeTest() : m_resources(kResources) {
         MakePopup(*m_owner, {0, 0, 400, 400});
-        m_top->CreateEx(0, CWnd::kPlainClass, "", WS_VISIBLE, {500, 0, 900, 400}, {}, 0);
+        // The parent of a top-level window is its owner.
+        MakePopup(*m_top, {500, 0, 900, 400}, m_owner);
         MakeChild(*m_plain, *m_top, {10, 10, 110, 60});
         m_button->Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 100, 110, 150}, m_top, 7);
         Person().Settle();
@@ -82,8 +83,8 @@ protected:
         };
     }
     void Provoke(UINT message);
-    void ProvokeByPointer(UINT message);
 
+    static constexpr CPoint kOver{550, 30};
     ResourceTable m_resources;
     MortalWnd* m_owner = new MortalWnd;
     MortalWnd* m_top = new MortalWnd;
@@ -92,48 +93,27 @@ protected:
     bool m_bActed = false;
 };
 
-void LifetimeTest::ProvokeByPointer(UINT message) {
-    const CPoint over{550, 30};
-    // A button's class knows double clicks.
-    const CPoint overButton{550, 120};
-    switch (message) {
-        case WM_MOUSEWHEEL:
-            Person().Wheel(over, 120);
-            break;
-        case WM_MOUSEHOVER:
-            Person().Move(over);
-            m_plain->TrackMouseEvent(TME_HOVER, 5);
-            Person().Wait(10);
-            break;
-        case WM_MOUSELEAVE:
-            Person().Move(over);
-            m_plain->TrackMouseEvent(TME_LEAVE, 5);
-            Person().Move({950, 900});
-            break;
-        case WM_CAPTURECHANGED:
-            m_plain->SetCapture();
-            CWnd::ReleaseCapture();
-            break;
-        case WM_LBUTTONDBLCLK:
-        case WM_RBUTTONDBLCLK:
-        case WM_MBUTTONDBLCLK:
-            for (int i = 0; i < 2; ++i) {
-                Person().Click(overButton, message == WM_LBUTTONDBLCLK ? 1 : message == WM_MBUTTONDBLCLK ? 2 : 3);
-            }
-            break;
-        default:
-            for (int button = 1; button <= 3; ++button) {
-                Person().Click(over, button);
-            }
-    }
-}
-
 void LifetimeTest::Provoke(UINT message) {
     const auto destroy = [this] { m_plain->DestroyWindow(); };
     const auto repaint = [this] { m_plain->Invalidate(), m_button->Invalidate(); };
     const auto click = [this] { Person().Click({550, 120}); };
     const auto type = [this] { m_plain->SetFocus(), Person().Type(VK_SPACE, " "); };
     const auto move = [this] { m_plain->MoveWindow({0, 0, 10, 20}); };
+    const auto doubleClick = [this](int button) {
+        // A button's class knows double clicks.
+        Person().Click({550, 120}, button);
+        Person().Click({550, 120}, button);
+    };
+    const auto clickAll = [this] {
+        for (int button = 1; button <= 3; ++button) {
+            Person().Click(kOver, button);
+        }
+    };
+    const auto track = [this](UINT what, CPoint next) {
+        Person().Move(kOver);
+        m_plain->TrackMouseEvent(what, 5);
+        Person().Rest(next, 10);
+    };
     const auto createAnother = [this] {
         auto* another = new MortalWnd;
         Arm(*another);
@@ -167,9 +147,19 @@ void LifetimeTest::Provoke(UINT message) {
         {OCM_CTLCOLOR, repaint},
         {WM_COMMAND, click},
         {OCM_COMMAND, click},
+        {WM_MOUSEWHEEL, [this] { Person().Wheel(kOver, 120); }},
+        {WM_MOUSEHOVER, [&] { track(TME_HOVER, kOver); }},
+        {WM_MOUSELEAVE,
+         [&] {
+             track(TME_LEAVE, {950, 900});
+         }},
+        {WM_CAPTURECHANGED, [this] { m_plain->SetCapture(), CWnd::ReleaseCapture(); }},
+        {WM_LBUTTONDBLCLK, [&] { doubleClick(1); }},
+        {WM_MBUTTONDBLCLK, [&] { doubleClick(2); }},
+        {WM_RBUTTONDBLCLK, [&] { doubleClick(3); }},
     };
     const auto road = roads.find(message);
-    road != roads.end() ? road->second() : ProvokeByPointer(message);
+    road != roads.end() ? road->second() : clickAll();
     Person().Settle();
 }
 
@@ -178,13 +168,6 @@ TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
     const std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_CTLCOLORBTN, WM_COMMAND};
     const std::set<UINT> atButton{OCM_CTLCOLOR, OCM_COMMAND, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK};
     if (atTop.contains(message)) {
-        // The top-level window's parent is its owner; the frame has none, so it is made anew as an owned popup.
-        if (std::get<1>(GetParam()) == Victim::Parent) {
-            m_top->DestroyWindow();
-            MakePopup(*m_top, {500, 0, 900, 400}, m_owner);
-            m_button->Create("", WS_VISIBLE | BS_OWNERDRAW, {10, 100, 110, 150}, m_top, 7);
-            Person().Settle();
-        }
         Arm(*m_top);
     } else if (atButton.contains(message)) {
         Arm(*m_button);
@@ -216,12 +199,17 @@ using DestructionTest = DesktopTest;
 TEST_F(DestructionTest, ParentsHearFirstAndChildrenGoFirst) {
     ProbeWnd window;
     ProbeWnd child;
+    ProbeWnd owned;
     MakePopup(window, {0, 0, 100, 100});
     MakeChild(child, window, {0, 0, 50, 50});
+    MakePopup(owned, {200, 0, 300, 100}, &window);
+    window.ShowWindow(SW_HIDE);
+    EXPECT_TRUE(owned.IsWindowVisible());
     std::vector<std::pair<CWnd*, UINT>> order;
     TheDesktop().SetObserver([&](const MSG& message, bool) {
-        if (message.message == WM_DESTROY || message.message == WM_NCDESTROY) {
-            order.emplace_back(CWnd::FromHandle(message.hwnd), message.message);
+        CWnd* target = CWnd::FromHandle(message.hwnd);
+        if (target != &owned && (message.message == WM_DESTROY || message.message == WM_NCDESTROY)) {
+            order.emplace_back(target, message.message);
         }
     });
     window.DestroyWindow();
@@ -229,6 +217,9 @@ TEST_F(DestructionTest, ParentsHearFirstAndChildrenGoFirst) {
         {&window, WM_DESTROY}, {&child, WM_DESTROY}, {&child, WM_NCDESTROY}, {&window, WM_NCDESTROY}};
     EXPECT_EQ(order, expected);
     EXPECT_FALSE(child.GetSafeHwnd());
+    EXPECT_FALSE(owned.GetSafeHwnd());
+    EXPECT_FALSE(child.ShowWindow(SW_SHOW) || child.PostMessage(WM_USER) || child.DestroyWindow());
+    EXPECT_FALSE(MakeChild(child, window, {0, 0, 1, 1})) << "nothing can be done with a window that is gone";
     TheDesktop().SetObserver({});
 }
 
@@ -253,30 +244,6 @@ TEST_F(DestructionTest, NothingOfADeadWindowReachesItsSuccessor) {
     EXPECT_TRUE(second.log.empty());
     EXPECT_EQ(TheDesktop().Find(old), nullptr);
     EXPECT_FALSE(TheDesktop().Focus() || TheDesktop().Capture() || TheDesktop().Active());
-}
-
-TEST_F(DestructionTest, OwnedPopupsGoWithTheirOwnerAndItsHidingLeavesThem) {
-    ProbeWnd owner;
-    ProbeWnd owned;
-    MakePopup(owner, {0, 0, 100, 100});
-    MakePopup(owned, {200, 0, 300, 100}, &owner);
-    owner.ShowWindow(SW_HIDE);
-    EXPECT_TRUE(owned.IsWindowVisible());
-    owner.DestroyWindow();
-    EXPECT_FALSE(owned.GetSafeHwnd());
-}
-
-TEST_F(DestructionTest, CallsOnAWindowThatIsGoneDoNothing) {
-    CWnd window;
-    EXPECT_FALSE(window.ShowWindow(SW_SHOW) || window.PostMessage(WM_USER) || window.DestroyWindow());
-    EXPECT_EQ(window.SendMessage(WM_USER), 0);
-    EXPECT_TRUE(window.GetWindowRect().IsNull());
-    EXPECT_EQ(window.GetParent(), nullptr);
-    EXPECT_EQ(window.SetTimer(1, 1), 0U);
-    CWnd child;
-    EXPECT_FALSE(MakeChild(child, window, {0, 0, 1, 1}));
-    const CClientDC dc(&window);
-    EXPECT_EQ(dc.GetSurface(), nullptr);
 }
 
 }  // namespace veldan

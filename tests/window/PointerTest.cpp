@@ -72,21 +72,18 @@ TEST_F(PointerTest, LeavingComesBeforeTheOtherWindowsFirstMove) {
 }
 
 TEST_F(PointerTest, AHoveredWindowThatGoesAwayUnderThePointerGetsItsLeave) {
+    const CRect all{0, 0, 400, 400};
     const std::vector<std::function<void()>> ways{
         [this] { m_first.ShowWindow(SW_HIDE); },
         [this] { m_first.EnableWindow(false); },
-        [this] {
-            m_first.MoveWindow({0, 120, 100, 200});
-        },
+        [this] { m_first.SetWindowPos(nullptr, 0, 120, 100, 80, SWP_NOZORDER); },
         [this] { m_second.SetWindowPos(&CWnd::wndTop, 0, 0, 200, 200, 0); },
         [this] { m_window.ShowWindow(SW_HIDE); },
         [this] { m_window.SetWindowPos(nullptr, 600, 600, 0, 0, SWP_NOSIZE); },
-        [this] {
-            m_display->AddForeignWindow({0, 0, 400, 400});
-        },
+        [&] { m_display->AddForeignWindow(all); },
     };
-    for (std::size_t i = 0; i < ways.size(); ++i) {
-        SCOPED_TRACE(i);
+    for (const auto& way : ways) {
+        SCOPED_TRACE(&way - ways.data());
         m_window.SetWindowPos(nullptr, 100, 100, 0, 0, SWP_NOSIZE);
         m_window.ShowWindow(SW_SHOW);
         m_first.MoveWindow({0, 0, 100, 100});
@@ -96,7 +93,7 @@ TEST_F(PointerTest, AHoveredWindowThatGoesAwayUnderThePointerGetsItsLeave) {
         Person().Move({50, 500});
         m_first.hovers = m_first.leaves = 0;
         HoverFirst();
-        ways[i]();
+        way();
         Person().Settle();
         EXPECT_EQ(m_first.leaves, 1);
     }
@@ -119,7 +116,13 @@ TEST_F(PointerTest, AWindowThatComesUnderARestingPointerIsHovered) {
     EXPECT_EQ(m_second.hovers, 2);
 }
 
-TEST_F(PointerTest, WheelGoesUpTheParentsButNotToTheOwner) {
+TEST_F(PointerTest, CapturedPointerStaysWithItsWindowAndTheWheelWithItsParents) {
+    m_first.SetCapture();
+    Person().Move({290, 290});
+    EXPECT_EQ(m_second.CountOf(WM_MOUSEMOVE), 0);
+    EXPECT_GE(m_first.CountOf(WM_MOUSEMOVE), 1);
+    m_first.ShowWindow(SW_HIDE);
+    EXPECT_FALSE(TheDesktop().Capture());
     ProbeWnd owned;
     ProbeWnd child;
     MakePopup(owned, {400, 100, 500, 200}, &m_window);
@@ -127,16 +130,7 @@ TEST_F(PointerTest, WheelGoesUpTheParentsButNotToTheOwner) {
     Person().Wheel({410, 110}, -120);
     EXPECT_EQ(child.CountOf(WM_MOUSEWHEEL), 1);
     EXPECT_EQ(owned.CountOf(WM_MOUSEWHEEL), 1);
-    EXPECT_EQ(m_window.CountOf(WM_MOUSEWHEEL), 0);
-}
-
-TEST_F(PointerTest, CapturedPointerStaysWithItsWindow) {
-    m_first.SetCapture();
-    Person().Move({290, 290});
-    EXPECT_EQ(m_second.CountOf(WM_MOUSEMOVE), 0);
-    EXPECT_GE(m_first.CountOf(WM_MOUSEMOVE), 1);
-    m_first.ShowWindow(SW_HIDE);
-    EXPECT_FALSE(TheDesktop().Capture());
+    EXPECT_EQ(m_window.CountOf(WM_MOUSEWHEEL), 0) << "the owner is no parent";
 }
 
 TEST_F(PointerTest, SecondPressInTimeOnTheSameWindowIsADoubleClick) {

@@ -32,53 +32,43 @@ TEST_F(QueueTest, SentThenPostedThenInputThenPaintThenTimer) {
     EXPECT_EQ(m_window.log, expected);
 }
 
-TEST_F(QueueTest, ATimerHasOneMessageWaitingHoweverLate) {
+TEST_F(QueueTest, ATimerHasOneMessageWaitingHoweverLateAndEndsWhenItIsKilled) {
+    static int calls = 0;
     m_window.SetTimer(1, 10);
+    const UINT_PTR id = TheDesktop().SetTimer({}, 998, 10, [](UINT_PTR) { ++calls; });
     m_clock->Advance(1000);
     Person().Settle();
     EXPECT_EQ(m_window.CountOf(WM_TIMER), 1);
     Person().Wait(10);
     EXPECT_EQ(m_window.CountOf(WM_TIMER), 2);
+    EXPECT_EQ(calls, 2) << "without a window it calls";
     m_window.SetTimer(1, 1000);
+    EXPECT_TRUE(TheDesktop().KillTimer({}, id));
     Person().Wait(50);
     EXPECT_EQ(m_window.CountOf(WM_TIMER), 2) << "the same id replaces the timer";
-}
-
-TEST_F(QueueTest, ATimerWithoutAWindowCallsUntilItIsKilled) {
-    static int calls = 0;
-    const UINT_PTR id = TheDesktop().SetTimer({}, 998, 10, [](UINT_PTR) { ++calls; });
-    Person().Wait(25);
-    EXPECT_EQ(calls, 2);
-    EXPECT_TRUE(TheDesktop().KillTimer({}, id));
-    Person().Wait(25);
     EXPECT_EQ(calls, 2);
     EXPECT_FALSE(TheDesktop().KillTimer({}, 0));
 }
 
-TEST_F(QueueTest, DescriptorIsReadableWheneverSomethingWaits) {
-    Person().Settle();
-    EXPECT_FALSE(IsReadable());
-    m_window.PostMessage(WM_USER);
-    TheDesktop().Settle();
-    EXPECT_TRUE(IsReadable());
-    Person().Settle();
-    EXPECT_FALSE(IsReadable());
-    m_window.Invalidate();
-    TheDesktop().Settle();
-    EXPECT_TRUE(IsReadable());
-    Person().Settle();
-    m_display->MovePointer({51, 51});
-    TheDesktop().Settle();
-    EXPECT_TRUE(IsReadable());
-    Person().Settle();
-    EXPECT_FALSE(IsReadable());
-}
-
-TEST_F(QueueTest, QuitEndsTheLoopAfterWhatWasPosted) {
+TEST_F(QueueTest, DescriptorIsReadableWheneverSomethingWaitsAndQuittingEndsTheLoop) {
+    const std::function<void()> causes[] = {
+        [this] { m_window.PostMessage(WM_USER); },
+        [this] { m_window.Invalidate(); },
+        [this] {
+            m_display->MovePointer({51, 51});
+        },
+    };
+    for (const auto& cause : causes) {
+        Person().Settle();
+        EXPECT_FALSE(IsReadable());
+        cause();
+        TheDesktop().Settle();
+        EXPECT_TRUE(IsReadable());
+    }
     m_window.PostMessage(WM_USER);
     TheDesktop().PostQuitMessage(7);
     EXPECT_EQ(TheDesktop().Run(), 7);
-    EXPECT_EQ(m_window.CountOf(WM_USER), 1);
+    EXPECT_EQ(m_window.CountOf(WM_USER), 2) << "after what was posted";
 }
 
 /// Swallows or rewrites what goes to itself and its children.
