@@ -75,6 +75,11 @@ protected:
         }
         return files;
     }
+    /// What a host does that lets the menu go and makes another.
+    void Renew() {
+        VELDAN_ReleaseProfileMenus();
+        VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
+    }
     void PickRow(int group, int row) {
         Show();
         OpenGroup(group);
@@ -107,6 +112,7 @@ INSTANTIATE_TEST_SUITE_P(Displays, MenuScenario,
 
 TEST_P(MenuScenario, RestingOnAGroupOpensIt) {
     EXPECT_EQ(m_stage->Seen(m_at), 0x000000U) << "the frame";
+    EXPECT_EQ(m_stage->Seen(m_at + CPoint{153, 100}), 0x000000U) << "the separator";
     EXPECT_EQ(m_stage->Seen(m_at + CPoint{300, 100}), kSkin);
     EXPECT_EQ(IconSeen(0), kSkin) << "nothing is open yet";
     OpenGroup(1);
@@ -123,6 +129,11 @@ TEST_P(MenuScenario, RestingOnAGroupOpensIt) {
     m_stage->Move(m_at + CPoint{-20, -20});
     m_stage->Wait(20);
     EXPECT_EQ(m_stage->Seen(Group(3) + CPoint{40, 0}), kHoverSkin) << "it stays open";
+    VELDAN_HideProfileMenus();
+    m_stage->Move(Group(1));
+    Show();
+    EXPECT_TRUE(m_stage->Eventually([] { return g_pMenuDialog->OpenGroupID() == 4001; }))
+        << "under the resting pointer";
 }
 
 TEST_P(MenuScenario, ARestedRowLooksSelectedUntilAnother) {
@@ -135,6 +146,10 @@ TEST_P(MenuScenario, ARestedRowLooksSelectedUntilAnother) {
     m_stage->Move(Row(2));
     EXPECT_TRUE(m_stage->Eventually([this] { return m_stage->Seen(Row(2)) == kHoverSkin; }));
     EXPECT_EQ(m_stage->Seen(Row(1)), kSkin);
+    const auto roundTrips = Desktop::Get().GetDisplay().RoundTrips();
+    g_pMenuDialog->Invalidate();
+    Desktop::Get().Dispatch();
+    EXPECT_EQ(Desktop::Get().GetDisplay().RoundTrips(), roundTrips) << "a paint waits for no answer";
 }
 
 TEST_P(MenuScenario, WheelAndStripsScrollTheRowsAndTheWheelOverTheGroupsSlides) {
@@ -188,17 +203,13 @@ TEST_P(MenuScenario, TheLatestShowCountsAndALaterInitDoesNot) {
 }
 
 TEST_P(MenuScenario, TheHostMayReplaceTheMenuInsideItsPick) {
-    m_host->onPick = [this] {
-        VELDAN_ReleaseProfileMenus();
-        VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
-    };
+    m_host->onPick = [this] { Renew(); };
     PickRow(1, 0);
     EXPECT_EQ(m_host->picks.size(), 1U);
     EXPECT_FALSE(IsShown());
     EXPECT_EQ(IndexFile(), IndexOf({})) << "the rest of that pick is left undone";
     m_host->onPick = [this] {
-        VELDAN_ReleaseProfileMenus();
-        VELDAN_InitProfileMenus(m_host.get(), m_tree.Base().c_str());
+        Renew();
         Show();
     };
     PickRow(1, 0);
@@ -339,14 +350,6 @@ TEST_P(MenuScenario, ASwitchToAnotherProgramWithThePointerInsideLeavesTheMenu) {
     EXPECT_TRUE(IsShown()) << "none of its controls has the focus any more";
     VELDAN_HideProfileMenus();
     EXPECT_FALSE(IsShown());
-}
-
-TEST_P(MenuScenario, ARestOnAStripShowsItsTip) {
-    OpenGroup(1);
-    m_stage->Move(m_at + CPoint{330, 9});
-    const CPoint tip = m_at + CPoint{330, 9} + CPoint{1, 21};
-    EXPECT_NE(m_stage->Seen(tip), 0xffffe1U);
-    EXPECT_TRUE(m_stage->Eventually([=, this] { return m_stage->Seen(tip) == 0xffffe1U; }));
 }
 
 }  // namespace veldan

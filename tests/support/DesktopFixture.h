@@ -20,23 +20,14 @@ public:
     Hand(Desktop& desktop, MemoryDisplay& display, ManualClock& clock)
         : m_desktop(desktop), m_display(display), m_clock(clock) {}
 
-    void Move(CPoint screen) {
-        m_display.MovePointer(screen);
-        Settle();
-    }
+    void Move(CPoint screen) { Do(&MemoryDisplay::MovePointer, screen); }
     /// Moves there and waits for so long, a millisecond at a time.
     void Rest(CPoint screen, int milliseconds = 30) {
         Move(screen);
         Wait(milliseconds);
     }
-    void Press(int button = 1) {
-        m_display.PressButton(button);
-        Settle();
-    }
-    void Release(int button = 1) {
-        m_display.ReleaseButton(button);
-        Settle();
-    }
+    void Press(int button = 1) { Do(&MemoryDisplay::PressButton, button); }
+    void Release(int button = 1) { Do(&MemoryDisplay::ReleaseButton, button); }
     void Click(CPoint screen, int button = 1) {
         Move(screen);
         Press(button);
@@ -51,10 +42,7 @@ public:
         Move(screen);
         Turn(delta);
     }
-    void Turn(int delta) {
-        m_display.TurnWheel(delta);
-        Settle();
-    }
+    void Turn(int delta) { Do(&MemoryDisplay::TurnWheel, delta); }
     void Type(UINT key, const std::string& text = {}) {
         m_display.PressKey(key, text);
         m_display.ReleaseKey(key);
@@ -69,6 +57,12 @@ public:
     void Settle() { m_desktop.Dispatch(); }
 
 private:
+    template <class Argument>
+    void Do(void (MemoryDisplay::*gesture)(Argument), Argument argument) {
+        (m_display.*gesture)(argument);
+        Settle();
+    }
+
     Desktop& m_desktop;
     MemoryDisplay& m_display;
     ManualClock& m_clock;

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,14 +15,9 @@ namespace {
 // The calls are plain functions, so they find the object of the day here.
 FaultyFileCalls* g_pFaulty = nullptr;
 
-unsigned long NumberOf(int file) {
+unsigned long NumberOf(int file, const char* path = "") {
     struct stat status = {};
-    return fstat(file, &status) == 0 ? status.st_ino : 0;
-}
-
-unsigned long NumberOf(const char* path) {
-    struct stat status = {};
-    return stat(path, &status) == 0 ? status.st_ino : 0;
+    return fstatat(file, path, &status, AT_EMPTY_PATH) == 0 ? status.st_ino : 0;
 }
 
 }  // namespace
@@ -32,18 +28,11 @@ struct FaultyFileCalls::Table {
     }
 
     static ssize_t Pread(int file, void* bytes, size_t count, off_t offset) {
-        const Fault fault = g_pFaulty->NextCall();
-        if (fault == Fault::Short) {
-            count = std::max<size_t>(count / 2, 1);
-        }
-        return fault == Fault::None || fault == Fault::Short ? SystemFileCalls().pread(file, bytes, count, offset) : -1;
+        return g_pFaulty->FailsNow(&count) ? -1 : SystemFileCalls().pread(file, bytes, count, offset);
     }
 
     static ssize_t Write(int file, const void* bytes, size_t count) {
-        const Fault fault = g_pFaulty->NextCall();
-        if (fault == Fault::Short) {
-            count = std::max<size_t>(count / 2, 1);
-        } else if (fault != Fault::None) {
+        if (g_pFaulty->FailsNow(&count)) {
             return -1;
         }
         g_pFaulty->m_unsynced.insert(NumberOf(file));
@@ -67,7 +56,7 @@ struct FaultyFileCalls::Table {
             return -1;
         }
         ++g_pFaulty->m_iRenames;
-        g_pFaulty->m_bUnsyncedRename |= g_pFaulty->m_unsynced.contains(NumberOf(from));
+        g_pFaulty->m_bUnsyncedRename |= g_pFaulty->m_unsynced.contains(NumberOf(AT_FDCWD, from));
         return SystemFileCalls().rename(from, to);
     }
 
@@ -95,9 +84,15 @@ FaultyFileCalls::~FaultyFileCalls() {
     g_pFaulty = nullptr;
 }
 
-FaultyFileCalls::Fault FaultyFileCalls::NextCall() {
-    if (++m_iCalls != m_iFailingCall) {
-        return Fault::None;
+bool FaultyFileCalls::FailsNow(std::size_t* count) {
+    if (++m_iCalls != m_iFailingCall || m_fault == Fault::None) {
+        return false;
+    }
+    if (m_fault == Fault::Short) {
+        if (count) {
+            *count = std::max<std::size_t>(*count / 2, 1);
+        }
+        return false;
     }
     if (m_fault == Fault::Killed) {
         kill(getpid(), SIGKILL);
@@ -106,12 +101,7 @@ FaultyFileCalls::Fault FaultyFileCalls::NextCall() {
             : m_fault == Fault::InputOutput  ? EIO
             : m_fault == Fault::NoPermission ? EACCES
                                              : EINTR;
-    return m_fault;
-}
-
-bool FaultyFileCalls::FailsNow() {
-    const Fault fault = NextCall();
-    return fault != Fault::None && fault != Fault::Short;
+    return true;
 }
 
 }  // namespace veldan::testing

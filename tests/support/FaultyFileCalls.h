@@ -38,8 +38,8 @@ public:
 private:
     struct Table;
 
-    [[nodiscard]] Fault NextCall();
-    [[nodiscard]] bool FailsNow();
+    /// Counts a call and tells whether it fails; may make it handle fewer bytes instead.
+    [[nodiscard]] bool FailsNow(std::size_t* count = nullptr);
 
     Fault m_fault;
     int m_iFailingCall;

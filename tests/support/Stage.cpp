@@ -1,6 +1,5 @@
 #include "support/Stage.h"
 
-#include "platform/core/Keys.h"
 #include "platform/display/x11/X11Display.h"
 #include "support/DesktopFixture.h"
 #include "x11/Wait.h"
@@ -20,12 +19,7 @@ public:
     void Move(CPoint screen) override { m_desk.hand->Move(screen); }
     void Press(int button) override { m_desk.hand->Press(button); }
     void Release(int button) override { m_desk.hand->Release(button); }
-    void Wheel(int steps) override {
-        for (; steps != 0; steps += steps > 0 ? -1 : 1) {
-            m_desk.hand->Turn(steps > 0 ? 120 : -120);
-        }
-    }
-    void TypeSpace() override { m_desk.hand->Type(VK_SPACE, " "); }
+    void Turn(int direction) override { m_desk.hand->Turn(120 * direction); }
     void Wait(int milliseconds) override { m_desk.hand->Wait(milliseconds); }
     std::uint32_t Seen(CPoint screen) override { return m_desk.display->PixelAt(screen) & 0xffffff; }
     void OpenForeignWindow(const CRect& rect) override {
@@ -59,28 +53,10 @@ public:
 
     [[nodiscard]] bool IsReady() const { return m_bReady; }
 
-    void Move(CPoint screen) override {
-        m_hand->Move(screen);
-        CatchUp();
-    }
-    void Press(int button) override {
-        m_hand->Press(button);
-        CatchUp();
-    }
-    void Release(int button) override {
-        m_hand->Release(button);
-        CatchUp();
-    }
-    void Wheel(int steps) override {
-        for (; steps != 0; steps += steps > 0 ? -1 : 1) {
-            m_hand->Wheel(steps > 0 ? 1 : -1);
-            CatchUp();
-        }
-    }
-    void TypeSpace() override {
-        m_hand->Key(' ');
-        CatchUp();
-    }
+    void Move(CPoint screen) override { Do(&XHand::Move, screen); }
+    void Press(int button) override { Do(&XHand::Press, button); }
+    void Release(int button) override { Do(&XHand::Release, button); }
+    void Turn(int direction) override { Do(&XHand::Wheel, direction); }
     void Wait(int milliseconds) override {
         const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
         for (auto now = std::chrono::steady_clock::now(); now < end; now = std::chrono::steady_clock::now()) {
@@ -95,7 +71,6 @@ public:
     }
     void OpenForeignWindow(const CRect& rect) override {
         m_foreign = std::make_unique<XForeignWindow>(m_server.Name(), rect, 0x204060);
-        m_foreign->Show();
         CatchUp();
     }
     void LetFramesSettle() override {
@@ -111,6 +86,11 @@ public:
     }
 
 private:
+    template <class Argument>
+    void Do(void (XHand::*gesture)(Argument), Argument argument) {
+        (m_hand.get()->*gesture)(argument);
+        CatchUp();
+    }
     /// After one answer of the server all events that came before it have been read; handling them may ask for more.
     static void CatchUp() {
         for (int i = 0; i < 3; ++i) {
@@ -128,15 +108,7 @@ private:
 }  // namespace
 
 std::string NameOf(StageKind kind) {
-    switch (kind) {
-        case StageKind::Memory:
-            return "Memory";
-        case StageKind::X11:
-            return "X11";
-        case StageKind::X11WithManager:
-            return "X11WithManager";
-    }
-    return {};
+    return kind == StageKind::Memory ? "Memory" : kind == StageKind::X11 ? "X11" : "X11WithManager";
 }
 
 std::unique_ptr<Stage> Stage::Make(StageKind kind) {
@@ -154,6 +126,12 @@ bool Stage::Eventually(const std::function<bool()>& condition) {
         Wait(kStep);
     }
     return condition();
+}
+
+void Stage::Wheel(int steps) {
+    for (; steps != 0; steps += steps > 0 ? -1 : 1) {
+        Turn(steps > 0 ? 1 : -1);
+    }
 }
 
 void Stage::Click(CPoint screen, int button) {

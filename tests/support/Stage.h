@@ -25,9 +25,8 @@ public:
     virtual void Move(CPoint screen) = 0;
     virtual void Press(int button = 1) = 0;
     virtual void Release(int button = 1) = 0;
-    /// Positive steps are away from the person.
-    virtual void Wheel(int steps) = 0;
-    virtual void TypeSpace() = 0;
+    /// One step of the wheel: 1 is away from the person, -1 towards.
+    virtual void Turn(int direction) = 0;
     /// Lets time pass.
     virtual void Wait(int milliseconds) = 0;
     /// The colour that the person sees, 0x00RRGGBB.
@@ -42,6 +41,8 @@ public:
     [[nodiscard]] bool Eventually(const std::function<bool()>& condition);
 
     void Click(CPoint screen, int button = 1);
+    /// Positive steps are away from the person.
+    void Wheel(int steps);
 
     /// A screen of at least this size.
     static constexpr CSize kScreen{1024, 768};
