@@ -1,13 +1,8 @@
 #include "durability/Actor.h"
 #include "durability/ListedTree.h"
-#include "platform/core/FileCalls.h"
-#include "storage/Log.h"
 
 #include <gmock/gmock.h>
 
-#include <cerrno>
-
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace veldan {
@@ -39,6 +34,14 @@ protected:
         Actor::Menu().AddUserDefine("u3.xml");
         Actor::Delete("u1.xml");
     }
+    /// What both indexes name and nothing else is harmed.
+    void ExpectLists(const CString& recent, const CString& own) const {
+        EXPECT_EQ(Recent(), recent);
+        EXPECT_EQ(Own(), own);
+        EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+        EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+        EXPECT_EQ(m_tree.Temporaries(), 0);
+    }
     [[nodiscard]] CString Recent() const { return m_tree.Read("Recent/order.ini"); }
     [[nodiscard]] CString Own() const { return m_tree.Read("UserDefine/order.ini"); }
 
@@ -51,12 +54,8 @@ TEST_F(BadTreesTest, ReadOnlyIndexesStayAndSoDoTheFilesThatTheyName) {
     chmod(PathOf("Recent/order.ini").c_str(), 0444);
     chmod(PathOf("UserDefine/order.ini").c_str(), 0444);
     DoEverything();
-    EXPECT_EQ(Recent(), recent);
-    EXPECT_EQ(Own(), own);
-    EXPECT_EQ(m_tree.HarmIn("Recent"), "");
-    EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
+    ExpectLists(recent, own);
     EXPECT_TRUE(m_tree.Has("UserDefine/u3.xml"));
-    EXPECT_EQ(m_tree.Temporaries(), 0);
 }
 
 TEST_F(BadTreesTest, AReadOnlyTreeStaysAsItIs) {
@@ -81,21 +80,16 @@ TEST_F(BadTreesTest, AReadOnlyTreeStaysAsItIs) {
     }
 }
 
-TEST_F(BadTreesTest, MissingFoldersComeNotIntoBeing) {
-    fs::remove_all(PathOf("Recent"));
-    fs::remove_all(PathOf("UserDefine"));
-    DoEverything();
-    EXPECT_FALSE(m_tree.Has("Recent"));
-    EXPECT_FALSE(m_tree.Has("UserDefine"));
-}
-
-TEST_F(BadTreesTest, MissingIndexesComeIntoBeing) {
+TEST_F(BadTreesTest, MissingIndexesComeIntoBeingAndMissingFoldersDont) {
     fs::remove(PathOf("Recent/order.ini"));
     fs::remove(PathOf("UserDefine/order.ini"));
     DoEverything();
-    EXPECT_EQ(Recent(), ListedTree::IndexOf({"p2.xml"}));
-    EXPECT_EQ(Own(), ListedTree::IndexOf({"u3.xml"}));
+    ExpectLists(ListedTree::IndexOf({"p2.xml"}), ListedTree::IndexOf({"u3.xml"}));
     EXPECT_TRUE(m_tree.Has("UserDefine/u1.xml")) << "no entry named it";
+    fs::remove_all(PathOf("Recent"));
+    fs::remove_all(PathOf("UserDefine"));
+    DoEverything();
+    EXPECT_FALSE(m_tree.Has("Recent") || m_tree.Has("UserDefine"));
 }
 
 TEST_F(BadTreesTest, FoldersInPlaceOfFilesStayWithAllThatIsInThem) {
@@ -119,62 +113,6 @@ TEST_F(BadTreesTest, FoldersInPlaceOfIndexesAreEmptyLists) {
     EXPECT_TRUE(m_tree.Has("UserDefine/order.ini/inside"));
     EXPECT_TRUE(m_tree.Has("UserDefine/u1.xml"));
     EXPECT_EQ(m_tree.Temporaries(), 0);
-}
-
-/// Calls that find no room for anything written to the log's file.
-class FullLog {
-public:
-    FullLog() { ReplaceFileCalls(&s_calls); }
-    ~FullLog() { ReplaceFileCalls(nullptr); }
-    FullLog(const FullLog&) = delete;
-    FullLog& operator=(const FullLog&) = delete;
-
-    static inline int s_iRefused = 0;
-
-private:
-    static int OpenAt(int folder, const char* path, int flags, mode_t mode) {
-        const int file = SystemFileCalls().openat(folder, path, flags, mode);
-        if (CString(path).ends_with("veldan.log")) {
-            s_iFile = file;
-        }
-        return file;
-    }
-    static ssize_t Write(int file, const void* bytes, size_t count) {
-        if (file != s_iFile) {
-            return SystemFileCalls().write(file, bytes, count);
-        }
-        ++s_iRefused;
-        errno = ENOSPC;
-        return -1;
-    }
-    static int Close(int file) {
-        s_iFile = file == s_iFile ? -1 : s_iFile;
-        return SystemFileCalls().close(file);
-    }
-
-    static inline int s_iFile = -1;
-    static inline FileCalls s_calls = [] {
-        FileCalls calls = SystemFileCalls();
-        calls.openat = OpenAt;
-        calls.write = Write;
-        calls.close = Close;
-        return calls;
-    }();
-};
-
-TEST_F(BadTreesTest, ALogOnAFullDiskChangesNothingElse) {
-    SetLogTarget(m_tree.Folder().Path(), "veldan.log", "veldan-api.log", nullptr);
-    {
-        const FullLog full;
-        DoEverything();
-    }
-    SetLogTarget("", "", "", nullptr);
-    EXPECT_GT(FullLog::s_iRefused, 10);
-    EXPECT_EQ(m_tree.Folder().Read("veldan.log"), "");
-    EXPECT_EQ(Recent(), ListedTree::IndexOf({"p1.xml", "p2.xml"}));
-    EXPECT_EQ(Own(), ListedTree::IndexOf({"u2.xml", "u3.xml"}));
-    EXPECT_EQ(m_tree.HarmIn("Recent"), "");
-    EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
 }
 
 }  // namespace

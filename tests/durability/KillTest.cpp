@@ -62,37 +62,26 @@ protected:
     }
 
     static CString Own(int number) { return Format("u%d.xml", number); }
-    int Random(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
+    int Random(std::ptrdiff_t below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
 
     /// Every profile of the user's is added once and later deleted once, with picks everywhere between.
     void PlanSteps() {
-        std::vector<StepKind> kinds(kPicks, StepKind::Pick);
-        kinds.insert(kinds.end(), kOwn, StepKind::Add);
-        std::ranges::shuffle(kinds, m_random);
         std::vector<CString> standing;
-        int added = 0;
-        for (const StepKind kind : kinds) {
-            if (kind == StepKind::Add) {
+        for (int added = 0, picks = 0; picks < kPicks || !standing.empty();) {
+            const CString strOwn =
+                standing.empty() ? "" : standing[static_cast<std::size_t>(Random(std::ssize(standing)))];
+            if (picks < kPicks && Random(5) > 0) {
+                const bool isOwn = !standing.empty() && Random(3) == 0;
+                m_steps.push_back({StepKind::Pick, isOwn ? strOwn : Format("p%d.xml", Random(12))});
+                ++picks;
+            } else if (added < kOwn && standing.size() < 8) {
                 standing.push_back(Own(added++));
-                m_steps.push_back({kind, standing.back()});
-                if (standing.size() > 8) {
-                    PlanDeletion(standing);
-                }
-            } else if (!standing.empty() && Random(3) == 0) {
-                m_steps.push_back(
-                    {kind, standing[static_cast<std::size_t>(Random(static_cast<int>(standing.size())))]});
-            } else {
-                m_steps.push_back({kind, Format("p%d.xml", Random(12))});
+                m_steps.push_back({StepKind::Add, standing.back()});
+            } else if (!standing.empty()) {
+                m_steps.push_back({StepKind::Delete, strOwn});
+                std::erase(standing, strOwn);
             }
         }
-        while (!standing.empty()) {
-            PlanDeletion(standing);
-        }
-    }
-    void PlanDeletion(std::vector<CString>& standing) {
-        const auto victim = standing.begin() + Random(static_cast<int>(standing.size()));
-        m_steps.push_back({StepKind::Delete, *victim});
-        standing.erase(victim);
     }
 
     /// Works from a step on until all is done or the process is killed.
@@ -174,17 +163,10 @@ protected:
         EXPECT_EQ(m_tree.HarmIn("Recent"), "");
         EXPECT_EQ(m_tree.HarmIn("UserDefine"), "");
         EXPECT_LE(m_pReport->leftovers, 0);
-        std::set<CString> kept;
-        for (int i = 0; i < kOwn; ++i) {
-            kept.insert(Own(i));
-        }
-        for (int i = 0; i < m_pReport->begun; ++i) {
-            if (const Step& step = m_steps[static_cast<std::size_t>(i)]; step.kind == StepKind::Delete) {
-                kept.erase(step.strXml);
+        for (auto step = m_steps.begin() + m_pReport->begun; step != m_steps.end(); ++step) {
+            if (step->kind == StepKind::Delete) {
+                EXPECT_EQ(m_tree.Read("UserDefine/" + step->strXml), ListedTree::Content(step->strXml));
             }
-        }
-        for (const CString& strXml : kept) {
-            EXPECT_EQ(m_tree.Read("UserDefine/" + strXml), ListedTree::Content(strXml));
         }
     }
 

@@ -59,14 +59,10 @@ TEST_F(NamesTest, NamesThatTakeTheirIconsKeyAwayKeepTheirRowsAndHarmNoOther) {
     const std::vector<CString> xmls = {"p0.xml",    "a=b.xml", ";comment.xml", "[header].xml",
                                        "Num=7.xml", "2=x.xml", "p1.xml"};
     // By hand such a line is written last, since it ends the list for a reader.
-    std::vector<CString> filled = xmls;
-    std::ranges::rotate(std::ranges::find(filled, "[header].xml"), std::ranges::find(filled, "[header].xml") + 1,
-                        filled.end());
-    Fill(filled);
+    Fill({"p0.xml", "a=b.xml", ";comment.xml", "Num=7.xml", "2=x.xml", "p1.xml", "[header].xml"});
     PickAll(xmls);
     EXPECT_EQ(RowsFrom(kFirstRecentID), xmls);
-    const int last = kFirstRecentID + 6;
-    EXPECT_EQ(Actor::Menu().FindLevel2Item(last)->m_strPng, "p1.png");
+    EXPECT_EQ(Actor::Menu().FindLevel2Item(kFirstRecentID + 6)->m_strPng, "p1.png");
     EXPECT_EQ(Actor::Menu().FindLevel2Item(kFirstRecentID + 1)->m_strPng, "");
     for (const CString& strXml : xmls) {
         EXPECT_EQ(m_tree.Read("Recent/" + strXml), ListedTree::Content(strXml));

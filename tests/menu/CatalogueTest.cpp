@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 #include <sys/stat.h>
 
 namespace veldan {
@@ -44,23 +46,11 @@ TEST_F(CatalogueTest, GroupsAndProfilesStandWhereTheirNumbersTell) {
     EXPECT_TRUE(item.m_pButton->HasImage());
 }
 
-TEST_F(CatalogueTest, StarsAtTheEndAreAMarkAndNoPartOfTheName) {
-    m_tree.Groups({"One**", "Two*", "Th*ree", "Four"});
-    m_tree.Fill("One", 1);
-    Init();
-    EXPECT_EQ(Group(0).m_strFolder, "One");
-    EXPECT_EQ(Group(0).m_pButton->GetCaption(), "One*");
-    EXPECT_EQ(Group(0).m_iMenuNum, 1);
-    EXPECT_EQ(Group(1).m_pButton->GetCaption(), "Two*");
-    EXPECT_EQ(Group(2).m_strFolder, "Th*ree");
-    EXPECT_EQ(Group(3).m_pButton->GetCaption(), "Four");
-}
-
-TEST_F(CatalogueTest, RewrittenGroupsTakeNoOrdinaryIds) {
-    m_tree.Groups({"A", "Recent*", "B", "UserDefine"});
+TEST_F(CatalogueTest, RewrittenGroupsTakeNoOrdinaryIdsAndStarsAtTheEndAreAMark) {
+    m_tree.Groups({"A**", "Recent*", "Th*ree", "UserDefine"});
     m_tree.Fill("A", 2);
     m_tree.Fill("Recent", 4);
-    m_tree.Fill("B", 3);
+    m_tree.Fill("Th*ree", 3);
     m_tree.Fill("UserDefine", 1);
     Init();
     EXPECT_THAT(IDsOf(0), ElementsAre(1000, 1001));
@@ -69,6 +59,10 @@ TEST_F(CatalogueTest, RewrittenGroupsTakeNoOrdinaryIds) {
     EXPECT_THAT(IDsOf(3), ElementsAre(4600));
     EXPECT_EQ(Menu().GetRecentGroupID(), 4001);
     EXPECT_EQ(Menu().GetUserDefineGroupID(), 4003);
+    EXPECT_EQ(Group(0).m_strFolder, "A");
+    EXPECT_EQ(Group(0).m_pButton->GetCaption(), "A*");
+    EXPECT_EQ(Group(1).m_pButton->GetCaption(), "Recent*");
+    EXPECT_EQ(Group(2).m_pButton->GetCaption(), "Th*ree");
 }
 
 TEST_F(CatalogueTest, AMissingEntryIsABlankRowInItsPlace) {
@@ -83,15 +77,6 @@ TEST_F(CatalogueTest, AMissingEntryIsABlankRowInItsPlace) {
     EXPECT_EQ(Item(1002).m_iIndex, 2);
     EXPECT_TRUE(Item(1002).m_pButton->HasImage());
     EXPECT_EQ(Menu().Items().size(), 3U);
-}
-
-TEST_F(CatalogueTest, WithoutAnIndexTheMenuIsEmpty) {
-    Init();
-    EXPECT_EQ(Menu().GetWindowRect().Size(), (CSize{507, 4}));
-    Show();
-    EXPECT_TRUE(Menu().IsWindowVisible());
-    EXPECT_THAT(Menu().Groups(), IsEmpty());
-    EXPECT_EQ(CWnd::GetFocus(), &Strip(kScrollUpID));
 }
 
 TEST_F(CatalogueTest, CountsAreTakenAsFarAsTheyMakeSenseAndIdsReach) {
@@ -136,26 +121,20 @@ TEST_F(CatalogueTest, NothingIsOpenedOutsideOfAGroupsFolder) {
     EXPECT_EQ(Group(2).m_iMenuNum, 0);
 }
 
-TEST_F(CatalogueTest, ANamelessGroupHasOneRowPerGroup) {
-    m_tree.Groups({"A", "", "B"});
-    m_tree.Fill("B", 1);
-    Init();
-    EXPECT_EQ(Group(1).m_iMenuNum, 3);
-    EXPECT_THAT(IDsOf(1), ElementsAre(1000, 1001, 1002));
-    EXPECT_EQ(Item(1002).m_strXml, "B");
-    EXPECT_EQ(Item(1002).m_strName, "");
-    EXPECT_THAT(IDsOf(2), ElementsAre(1003));
-}
-
-TEST_F(CatalogueTest, OfTwoGroupsOfOneNameTheLaterHasTheRows) {
-    m_tree.Groups({"Recent", "Recent*"});
+TEST_F(CatalogueTest, OfTwoGroupsOfOneNameTheLaterHasTheRowsAndANamelessOneHasARowPerGroup) {
+    m_tree.Groups({"Recent", "Recent*", "", "B"});
     m_tree.Fill("Recent", 2);
+    m_tree.Fill("B", 1);
     Init();
     EXPECT_THAT(IDsOf(0), IsEmpty());
     EXPECT_THAT(IDsOf(1), ElementsAre(4550, 4551));
     EXPECT_EQ(Menu().GetRecentGroupID(), 4000);
-    // The dialog, two groups, two rows, two strips with their tips, the add button, and the host.
-    EXPECT_EQ(TheDesktop().WindowCount(), 11U);
+    EXPECT_THAT(IDsOf(2), ElementsAre(1000, 1001, 1002, 1003));
+    EXPECT_EQ(Item(1003).m_strXml, "B");
+    EXPECT_EQ(Item(1003).m_strName, "");
+    EXPECT_THAT(IDsOf(3), ElementsAre(1004));
+    // The dialog, four groups, seven rows, two strips with their tips, the add button, and the host.
+    EXPECT_EQ(TheDesktop().WindowCount(), 18U);
 }
 
 TEST_F(CatalogueTest, NamesAreShownAsTheyStandInTheFile) {
@@ -169,10 +148,9 @@ TEST_F(CatalogueTest, NamesAreShownAsTheyStandInTheFile) {
     chmod(m_tree.Write("A/p3.xml", ProfileTree::Profile("read only", "")).c_str(), 0444);
     Init();
     EXPECT_EQ(Item(1000).m_strComment, "a &amp; \xe4");
-    EXPECT_EQ(Item(1000).m_strName, "");
-    EXPECT_EQ(Item(1001).m_strName, "");
-    EXPECT_EQ(Item(1002).m_strName, "");
-    EXPECT_EQ(Item(1003).m_strName, "");
+    for (int id = 1000; id < 1004; ++id) {
+        EXPECT_EQ(Item(id).m_strName, "") << id;
+    }
 }
 
 TEST_F(CatalogueTest, FilesThatAreNoneGiveASmallerMenu) {
@@ -193,18 +171,11 @@ TEST_F(CatalogueTest, FilesThatAreNoneGiveASmallerMenu) {
 
 TEST_F(CatalogueTest, IconsBeyondAllMeasureAreNotKept) {
     Surface noise(500, 500);
-    std::uint32_t state = 1;
-    for (int i = 0; i < 500 * 500; ++i) {
-        state = state * 1664525 + 1013904223;
-        noise.Row(i / 500)[i % 500] = state | 0xff000000;
-    }
+    std::mt19937 random(1);
+    std::generate_n(noise.Row(0), 500 * 500, [&] { return random() | 0xff000000; });
     m_tree.Groups({"A"});
     m_tree.Write("A/noise.png", EncodePng(noise, PngAlpha::Keep));
-    std::vector<TreeEntry> entries;
-    for (int i = 0; i < 200; ++i) {
-        entries.push_back({Format("p%d.xml", i), "noise.png"});
-    }
-    m_tree.Write("A/order.ini", ProfileTree::Index(entries));
+    m_tree.Write("A/order.ini", ProfileTree::Index(std::vector<TreeEntry>(200, {"p.xml", "noise.png"})));
     Init();
     std::size_t kept = 0;
     for (const auto& [strKey, pItem] : Menu().Items()) {
@@ -237,19 +208,16 @@ TEST_F(CatalogueTest, ReloadReadsEverythingAnewAndHidesTheMenu) {
     EXPECT_EQ(PlaceOf(Strip(kScrollDownID)).top, 47);
 }
 
-TEST_F(CatalogueTest, WithoutABaseFolderProfilesStandBesideTheProgram) {
-    VELDAN_InitProfileMenus(nullptr, "");
+TEST_F(CatalogueTest, WithoutABaseFolderProfilesStandBesideTheProgramAndWithoutAnIndexThereAreNone) {
+    VELDAN_InitProfileMenus(&m_host, "");
     CString strBase;
     Menu().GetBasePath(strBase);
     EXPECT_EQ(strBase, ToHostPath(std::filesystem::read_symlink("/proc/self/exe").parent_path().string()));
-}
-
-TEST(FileNameOfPathTest, IsWhatStandsBehindTheLastSeparator) {
-    EXPECT_EQ(FileNameOfPath("a/b\\c.xml"), "c.xml");
-    EXPECT_EQ(FileNameOfPath("a\\b/c.xml"), "c.xml");
-    EXPECT_EQ(FileNameOfPath("c.xml"), "c.xml");
-    EXPECT_EQ(FileNameOfPath("/c.xml"), "/c.xml");
-    EXPECT_EQ(FileNameOfPath("a/b/"), "");
+    EXPECT_EQ(Menu().GetWindowRect().Size(), (CSize{507, 4}));
+    Show();
+    EXPECT_TRUE(Menu().IsWindowVisible());
+    EXPECT_THAT(Menu().Groups(), IsEmpty());
+    EXPECT_EQ(CWnd::GetFocus(), &Strip(kScrollUpID));
 }
 
 }  // namespace

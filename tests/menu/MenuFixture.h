@@ -8,6 +8,8 @@
 #include "menu/ProfileTree.h"
 
 #include <algorithm>
+#include <map>
+#include <ranges>
 
 namespace veldan {
 
@@ -51,17 +53,14 @@ protected:
 
     /// File names of the rows that are shown, from top to bottom.
     [[nodiscard]] static std::vector<CString> ShownRows() {
-        std::vector<const MenuItem*> shown;
+        std::map<int, CString> shown;
         for (const auto& [strKey, pItem] : Menu().Items()) {
             if ((pItem->m_pButton->GetStyle() & WS_VISIBLE) != 0) {
-                shown.push_back(pItem.get());
+                shown[pItem->m_pButton->GetWindowRect().top] = pItem->m_strXml;
             }
         }
-        std::ranges::sort(shown, {}, [](const MenuItem* pItem) { return pItem->m_pButton->GetWindowRect().top; });
         std::vector<CString> names;
-        for (const MenuItem* pItem : shown) {
-            names.push_back(pItem->m_strXml);
-        }
+        std::ranges::copy(std::views::values(shown), std::back_inserter(names));
         return names;
     }
 

@@ -30,24 +30,17 @@ protected:
     [[nodiscard]] CPoint MenuCorner() const { return Menu().GetWindowRect().TopLeft(); }
 };
 
-TEST_F(NavigationTest, TheNumberOfGroupsSetsTheNumberOfRows) {
-    struct Case {
-        int groups;
-        int rows;
-    };
-    for (const auto [groups, rows] :
-         {Case{1, 2}, {6, 4}, {10, 6}, {16, 9}, {17, 10}, {19, 11}, {20, 11}, {21, 11}, {22, 12}}) {
+TEST_F(NavigationTest, TheNumberOfGroupsSetsTheNumberOfRowsAndUserDefineHasOneFewer) {
+    const std::pair<int, int> cases[] = {{1, 2},   {6, 4},   {10, 6},  {16, 9}, {17, 10},
+                                         {19, 11}, {20, 11}, {21, 11}, {22, 12}};
+    for (const auto& [groups, rows] : cases) {
         InitWith(groups, 13);
         Open(0);
         EXPECT_EQ(Menu().VisibleRows(), rows) << groups;
         EXPECT_EQ(ShownRows().size(), static_cast<std::size_t>(rows)) << groups;
         VELDAN_ReleaseProfileMenus();
     }
-}
-
-TEST_F(NavigationTest, UserDefineShowsARowFewer) {
-    m_tree.Groups({"A", "UserDefine"});
-    m_tree.Fill("A", 5);
+    m_tree.Groups({"G0", "UserDefine"});
     m_tree.Fill("UserDefine", 5, "u");
     InitAndShow();
     Open(0);
@@ -98,10 +91,10 @@ TEST_F(NavigationTest, WheelOverTheGroupsSlidesAMenuThatOverhangsItsOwner) {
     // The owner reaches from 50 to 850, the menu is 184 high.
     VELDAN_ShowProfileMenus(&m_host, 100, 800, kPickMessage);
     Person().Settle();
-    Person().Wheel(MenuCorner() + overGroups, -120);
-    EXPECT_EQ(MenuCorner().y, 680);
-    Person().Wheel(MenuCorner() + overGroups, -120);
-    EXPECT_EQ(MenuCorner().y, 680);
+    for (int i = 0; i < 2; ++i) {
+        Person().Wheel(MenuCorner() + overGroups, -120);
+        EXPECT_EQ(MenuCorner().y, 680);
+    }
     VELDAN_ShowProfileMenus(&m_host, 100, -100, kPickMessage);
     Person().Settle();
     Person().Wheel(MenuCorner() + CPoint{149, 130}, 120);
@@ -158,17 +151,6 @@ TEST_F(NavigationTest, AnIdThatNobodyHasChangesOnlyWhatIsSelected) {
     EXPECT_EQ(ShownRows().size(), 4U);
 }
 
-TEST_F(NavigationTest, ShowGivesTheFirstGroupTheFocus) {
-    InitWith(6, 4);
-    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
-    Open(0);
-    Person().Press();
-    VELDAN_HideProfileMenus();
-    Person().Release();
-    Show();
-    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
-}
-
 TEST_F(NavigationTest, AClickElsewhereClosesTheMenuAlsoAfterItsFocusedRowWentAway) {
     InitWith(6, 6);
     Open(0);
@@ -178,28 +160,21 @@ TEST_F(NavigationTest, AClickElsewhereClosesTheMenuAlsoAfterItsFocusedRowWentAwa
     Person().Move(GroupPoint(5));
     Person().Release();
     EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(1000));
+    Person().Type(VK_ESCAPE);
+    Person().Type(VK_RETURN);
+    EXPECT_TRUE(Menu().IsWindowVisible()) << "these keys do nothing";
+    EXPECT_THAT(m_host.picks, IsEmpty());
     Open(1);
     EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000));
     Person().Click(Outside());
     EXPECT_FALSE(Menu().IsWindowVisible());
-}
-
-TEST_F(NavigationTest, EscapeAndEnterDoNothing) {
-    InitWith(6, 4);
+    Show();
     Open(0);
-    Person().Type(VK_ESCAPE);
-    Person().Type(VK_RETURN);
-    EXPECT_TRUE(Menu().IsWindowVisible());
-    EXPECT_THAT(m_host.picks, IsEmpty());
-}
-
-TEST_F(NavigationTest, BackgroundIsFramedAndHasASeparator) {
-    InitWith(6, 0);
-    EXPECT_EQ(Seen(kMenuAt), 0U);
-    EXPECT_EQ(Seen(kMenuAt + CPoint{506, 183}), 0U);
-    EXPECT_EQ(Seen(kMenuAt + CPoint{153, 100}), 0U);
-    EXPECT_EQ(Seen(kMenuAt + CPoint{154, 100}), kSkin);
-    EXPECT_EQ(Seen(kMenuAt + CPoint{1, 1}), kSkin);
+    Person().Press();
+    VELDAN_HideProfileMenus();
+    Person().Release();
+    Show();
+    EXPECT_EQ(CWnd::GetFocus(), Menu().GetDlgItem(4000)) << "the first group has it at every show";
 }
 
 }  // namespace

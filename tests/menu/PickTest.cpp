@@ -1,5 +1,6 @@
 #include "menu/MenuFixture.h"
 #include "platform/core/Path.h"
+#include "support/Probe.h"
 
 #include <gmock/gmock.h>
 
@@ -25,21 +26,10 @@ protected:
     }
 };
 
-TEST_F(PickTest, CallsWithoutAMenuDoNothing) {
-    Show();
-    VELDAN_HideProfileMenus();
-    VELDAN_ReleaseProfileMenus();
+TEST_F(PickTest, AHostThatIsGoneHearsNothingAndNoneSeesNoMenu) {
     Init();
-    VELDAN_ShowProfileMenus(nullptr, 1, 1, kPickMessage);
+    VELDAN_ShowProfileMenus(nullptr, kMenuAt.x, kMenuAt.y, kPickMessage);
     EXPECT_FALSE(Menu().IsWindowVisible());
-    VELDAN_ReleaseProfileMenus();
-    EXPECT_EQ(g_pMenuDialog, nullptr);
-    EXPECT_EQ(g_pCurrentMenu, nullptr);
-    EXPECT_EQ(TheDesktop().WindowCount(), 1U);
-}
-
-TEST_F(PickTest, AHostThatIsGoneHearsNothing) {
-    Init();
     auto pOther = std::make_unique<HostWnd>();
     pOther->CreateEx(0, CWnd::kPlainClass, "other", WS_VISIBLE, {1500, 0, 1600, 100}, {}, 0);
     Person().Settle();
@@ -52,20 +42,9 @@ TEST_F(PickTest, AHostThatIsGoneHearsNothing) {
     EXPECT_FALSE(Menu().IsWindowVisible());
 }
 
-/// Loses the activation's news and releases the menu in it.
-class ReleasingHost : public HostWnd {
-protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_SETFOCUS) {
-            VELDAN_ReleaseProfileMenus();
-        }
-        return HostWnd::WindowProc(message, wParam, lParam);
-    }
-};
-
 TEST_F(PickTest, TheHostMayReleaseTheMenuWhenItGetsTheFocusBack) {
     m_host.DestroyWindow();
-    ReleasingHost host;
+    Probe<HostWnd> host;
     host.CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {700, 50, 1300, 850}, {}, 0);
     Person().Settle();
     for (const bool byClick : {true, false}) {
@@ -73,12 +52,16 @@ TEST_F(PickTest, TheHostMayReleaseTheMenuWhenItGetsTheFocusBack) {
         VELDAN_ShowProfileMenus(&host, kMenuAt.x, kMenuAt.y, kPickMessage);
         Person().Settle();
         ASSERT_TRUE(Menu().IsWindowVisible());
+        host.actAt = WM_SETFOCUS;
+        host.action = [](auto&) { VELDAN_ReleaseProfileMenus(); };
         if (byClick) {
             Person().Click({800, 400});
         } else {
             VELDAN_ReleaseProfileMenus();
         }
+        EXPECT_FALSE(host.action) << "it got the focus";
         EXPECT_EQ(g_pMenuDialog, nullptr);
+        EXPECT_EQ(g_pCurrentMenu, nullptr);
         EXPECT_EQ(TheDesktop().WindowCount(), 1U);
     }
 }

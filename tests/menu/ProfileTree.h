@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/draw/DC.h"
 #include "platform/draw/Png.h"
 #include "platform/draw/Surface.h"
 #include "support/TempFolder.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace veldan {
@@ -23,28 +23,24 @@ public:
 
     /// An icon of one colour.
     [[nodiscard]] static CString Icon(COLORREF colour, int side = 35) {
-        CBitmap bitmap;
-        bitmap.CreateCompatibleBitmap(nullptr, side, side);
-        CDC dc;
-        dc.CreateCompatibleDC(nullptr);
-        dc.SelectObject(&bitmap);
-        dc.FillSolidRect({0, 0, side, side}, colour);
-        return EncodePng(*bitmap.GetSurface(), PngAlpha::Keep);
+        Surface picture(side, side);
+        const std::uint32_t pixel = 0xff000000 | (colour & 0xff) << 16 | (colour & 0xff00) | colour >> 16;
+        std::fill_n(picture.Row(0), side * side, pixel);
+        return EncodePng(picture, PngAlpha::Keep);
     }
 
     [[nodiscard]] static CString Profile(std::string_view name, std::string_view comment) {
-        return CString("<?xml version=\"1.0\"?>\r\n<Profile>\r\n  <ProfileName value=\"")
-            .append(name)
-            .append("\"/>\r\n  <ProfileComment value=\"")
-            .append(comment)
-            .append("\"/>\r\n</Profile>\r\n");
+        const CString text =
+            "<?xml version=\"1.0\"?>\r\n<Profile>\r\n  <ProfileName value=\"NAME\"/>\r\n"
+            "  <ProfileComment value=\"COMMENT\"/>\r\n</Profile>\r\n";
+        return ReplaceAll(ReplaceAll(text, "COMMENT", comment), "NAME", name);
     }
 
     [[nodiscard]] static CString Index(const std::vector<TreeEntry>& entries) {
         CString text = "\xef\xbb\xbf[Order]\r\n" + Format("Num=%zu\r\n", entries.size());
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            text +=
-                Format("%zu=", i) + entries[i].strXml + "\r\n" + entries[i].strXml + "=" + entries[i].strPng + "\r\n";
+            const auto& [strXml, strPng] = entries[i];
+            text += Format("%zu=", i) + strXml + "\r\n" + strXml + "=" + strPng + "\r\n";
         }
         return text;
     }

@@ -8,25 +8,14 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 using RecentTest = ListsTest;
-
-TEST_F(RecentTest, APickIsCopiedAndEnteredLast) {
-    Pick(1000, 2);
-    EXPECT_EQ(RecentIndex(),
-              "\xef\xbb\xbf[Order]\r\nNum=2\r\n0=p0.xml\r\np0.xml=p0.png\r\n1=p1.xml\r\np1.xml=p1.png\r\n");
-    EXPECT_EQ(m_tree.Read("Recent/p1.xml"), m_tree.Read("A/p1.xml"));
-    EXPECT_EQ(m_tree.Read("Recent/p1.png"), m_tree.Read("A/p1.png"));
-    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml", "p1.xml"));
-    EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "Name p1");
-    EXPECT_FALSE(Menu().FindLevel2Item(4551)->m_pButton->IsWindowVisible());
-}
 
 TEST_F(RecentTest, AProfileThatIsThereKeepsItsPlaceAndItsCopy) {
     Pick(1000, 2);
     const CString strCopy = m_tree.Read("Recent/p0.xml");
     const CString strIndex = RecentIndex();
+    EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "Name p1");
     m_tree.Write("A/p0.xml", "changed");
     Pick(1000);
     // The one of another group with the same file name, and the row of the copy itself.
@@ -62,16 +51,6 @@ TEST_F(RecentTest, ASharedIconGoesWithTheLastEntryThatNamesIt) {
     EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
 }
 
-TEST_F(RecentTest, AnEntryWithoutItsFilesIsOneAllTheSame) {
-    m_tree.Write("Recent/p0.png", "left behind");
-    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.xml");
-    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.png");
-    Pick(1000);
-    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml"));
-    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
-    EXPECT_FALSE(Menu().FindLevel2Item(4550)->m_pButton->HasImage());
-}
-
 TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
     Pick(1000, 3);
     m_tree.Write("Recent/order.ini",
@@ -85,25 +64,28 @@ TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
     EXPECT_THAT(RecentRows(), ElementsAre("p1.xml", "p0.xml"));
 }
 
-TEST_F(RecentTest, CopiesOfReadOnlyProfilesAreReadOnly) {
-    chmod((m_tree.Folder() / "Profiles/A/p0.xml").c_str(), 0444);
-    Pick(1000);
-    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml"));
-    EXPECT_EQ(Menu().FindLevel2Item(4550)->m_strName, "");
-    Menu().DeleteRecent(4550);
-    EXPECT_THAT(m_tree.Names("Recent"), Contains("p0.xml"));
+TEST_F(RecentTest, AnEntryWithoutItsFilesOrWithReadOnlyOnesIsOneAllTheSame) {
+    chmod((m_tree.Folder() / "Profiles/A/p1.xml").c_str(), 0444);
+    m_tree.Write("Recent/p0.png", "left behind");
+    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.xml");
+    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.png");
+    Pick(1000, 2);
+    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml", "p1.xml"));
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini", "p1.png", "p1.xml"));
+    EXPECT_FALSE(Menu().FindLevel2Item(4550)->m_pButton->HasImage());
+    EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "");
+    Menu().DeleteRecent(4551);
+    EXPECT_THAT(m_tree.Names("Recent"), Contains("p1.xml")) << "the copy is read-only too";
 }
 
 TEST_F(RecentTest, ACountBeyondAllSenseIsCutToWhatIsThere) {
-    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=2147483647\r\n0=p0.xml\r\n20000=x.xml\r\n");
-    EXPECT_TRUE(Menu().LoadRecentList(m_tree.Folder() / "Profiles/Recent/order.ini"));
-    EXPECT_EQ(Menu().Recent().m_iCount, 20001);
-    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=2147483647\r\n0=p0.xml\r\n");
-    Menu().LoadRecentList(m_tree.Folder() / "Profiles/Recent/order.ini");
-    EXPECT_EQ(Menu().Recent().m_iCount, 9999);
-    m_tree.Write("Recent/order.ini", "[Order]\r\nNum=-2\r\n0=p0.xml\r\n");
-    Menu().LoadRecentList(m_tree.Folder() / "Profiles/Recent/order.ini");
-    EXPECT_EQ(Menu().Recent().m_iCount, 0);
+    const std::pair<const char*, int> cases[] = {{"2147483647\r\n20000=x.xml", 20001}, {"2147483647", 9999}, {"-2", 0}};
+    for (const auto& [count, entries] : cases) {
+        const CString strIndex =
+            m_tree.Write("Recent/order.ini", CString("[Order]\r\n0=p0.xml\r\nNum=") + count + "\r\n");
+        EXPECT_TRUE(Menu().LoadRecentList(strIndex));
+        EXPECT_EQ(Menu().Recent().m_iCount, entries) << count;
+    }
 }
 
 TEST_F(RecentTest, AScrolledGroupStaysWithinItsRowsAfterARebuild) {

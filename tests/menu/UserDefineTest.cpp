@@ -6,20 +6,8 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 using UserDefineTest = ListsTest;
-
-TEST_F(UserDefineTest, ANewProfileIsTheLastRowWithTheSharedIcon) {
-    Add("A-1.xml");
-    Add("B-1.xml");
-    EXPECT_EQ(OwnIndex(),
-              "\xef\xbb\xbf[Order]\r\nNum=2\r\n0=A-1.xml\r\nA-1.xml=large_DefaultN.png\r\n1=B-1.xml\r\n"
-              "B-1.xml=large_DefaultN.png\r\n");
-    EXPECT_THAT(OwnRows(), ElementsAre("A-1.xml", "B-1.xml"));
-    EXPECT_TRUE(Menu().FindLevel2Item(4601)->m_pButton->HasImage());
-    EXPECT_EQ(m_tree.Read("UserDefine/large_DefaultN.png"), m_tree.Read("UserDefine/large_Default.png"));
-}
 
 TEST_F(UserDefineTest, ANameThatIsThereOnlyRenewsTheIcon) {
     Add("A-1.xml");
@@ -29,6 +17,7 @@ TEST_F(UserDefineTest, ANameThatIsThereOnlyRenewsTheIcon) {
     Add("A-1.xml");
     EXPECT_EQ(OwnIndex(), strIndex);
     EXPECT_EQ(Menu().FindLevel2Item(4600), pRow);
+    EXPECT_TRUE(pRow->m_pButton->HasImage());
     EXPECT_EQ(m_tree.Read("UserDefine/large_DefaultN.png"), m_tree.Read("UserDefine/large_Default.png"));
 }
 
@@ -36,13 +25,16 @@ TEST_F(UserDefineTest, ADeletedProfileTakesItsFilesAndItsRecentEntryAlong) {
     Add("A-1.xml");
     Add("B-1.xml");
     Pick(4600, 2);
+    Pick(1000);
     EXPECT_EQ(Menu().RemoveProfileByFile("x\\y/A-1.xml"), 1);
     EXPECT_THAT(OwnRows(), ElementsAre("B-1.xml"));
-    EXPECT_THAT(RecentRows(), ElementsAre("B-1.xml"));
     EXPECT_THAT(m_tree.Names("UserDefine"),
                 ElementsAre("B-1.xml", "large_Default.png", "large_DefaultN.png", "order.ini"));
-    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("B-1.xml", "large_DefaultN.png", "order.ini"));
     EXPECT_THAT(Menu().UserDefine().m_arrXml, ElementsAre("B-1.xml"));
+    Menu().RemoveProfileByFile("p0.xml");
+    EXPECT_THAT(RecentRows(), ElementsAre("B-1.xml")) << "an entry of another group goes by its name alone";
+    EXPECT_THAT(m_tree.Names("A"), Contains("p0.xml"));
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("B-1.xml", "large_DefaultN.png", "order.ini"));
     Menu().RemoveProfileByFile("B-1.xml");
     EXPECT_EQ(OwnIndex(), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
     EXPECT_THAT(m_tree.Names("UserDefine"), ElementsAre("large_Default.png", "order.ini"));
@@ -59,23 +51,6 @@ TEST_F(UserDefineTest, IdsBehindADeletedEntryFall) {
     EXPECT_NE(OwnIndex().find("1=C.xml"), CString::npos);
     Menu().DeleteUserDefine(4607);
     EXPECT_THAT(OwnRows(), ElementsAre("B.xml", "C.xml"));
-}
-
-TEST_F(UserDefineTest, ADeleteByNameAlsoTakesARecentEntryOfAnotherGroup) {
-    Pick(1000, 2);
-    Menu().RemoveProfileByFile("p0.xml");
-    EXPECT_THAT(RecentRows(), ElementsAre("p1.xml"));
-    EXPECT_THAT(m_tree.Names("A"), Contains("p0.xml"));
-}
-
-TEST_F(UserDefineTest, ADeleteIsTheFirstActionOfANewMenuToo) {
-    Add("A-1.xml");
-    Pick(4600);
-    VELDAN_ReleaseProfileMenus();
-    Init();
-    Menu().RemoveProfileByFile("A-1.xml");
-    EXPECT_THAT(OwnRows(), IsEmpty());
-    EXPECT_THAT(RecentRows(), IsEmpty());
 }
 
 TEST_F(UserDefineTest, AllBlankRowsGoTogetherAndNothingElse) {
@@ -101,8 +76,7 @@ TEST_F(UserDefineTest, WithoutTheGroupTheIndexIsKeptAllTheSame) {
     Menu().OnSmallMenuButtonItemChange(static_cast<WPARAM>(Menu().GetUserDefineGroupID()), 0);
     Menu().RemoveProfileByFile("A-1.xml");
     EXPECT_EQ(OwnIndex(), "\xef\xbb\xbf[Order]\r\nNum=0\r\n");
-    // No row tells that the file was the entry's.
-    EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml"));
+    EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml")) << "no row tells that the file was the entry's";
 }
 
 TEST_F(UserDefineTest, APickOfWhatTheHostTakesOutEntersNoOther) {
@@ -115,31 +89,18 @@ TEST_F(UserDefineTest, APickOfWhatTheHostTakesOutEntersNoOther) {
     EXPECT_THAT(RecentRows(), IsEmpty());
 }
 
-TEST_F(UserDefineTest, TheStockIconIsNeverTouched) {
-    m_tree.Write("UserDefine/order.ini", ProfileTree::Index({{"A.xml", "large_Default.png"}}));
-    m_tree.Write("UserDefine/A.xml", "");
-    Menu().ReloadCatalogue();
-    Menu().RemoveProfileByFile("A.xml");
-    EXPECT_THAT(m_tree.Names("UserDefine"), ElementsAre("large_Default.png", "order.ini"));
-}
-
-TEST_F(UserDefineTest, AnIndexThatCannotBeReadIsNotWrittenOver) {
-    Add("A-1.xml");
-    const CString strIndex = m_tree.Folder() / "Profiles/UserDefine/order.ini";
-    std::filesystem::resize_file(strIndex, 64'000'000);
-    Add("B-1.xml");
-    Menu().RemoveProfileByFile("A-1.xml");
-    EXPECT_EQ(std::filesystem::file_size(strIndex), 64'000'000U);
-    EXPECT_THAT(m_tree.Names("UserDefine"), Contains("A-1.xml"));
-}
-
-TEST_F(UserDefineTest, NamesThatDifferInCaseShareTheirFile) {
+TEST_F(UserDefineTest, NamesThatDifferInCaseShareTheirFileAndNobodyOwnsTheStockIcon) {
     Add("a.xml");
     Add("A.XML");
     EXPECT_EQ(OwnRows().size(), 2U);
     Menu().RemoveProfileByFile("A.XML");
     EXPECT_THAT(OwnRows(), ElementsAre("a.xml"));
     EXPECT_THAT(m_tree.Names("UserDefine"), Contains("a.xml"));
+    m_tree.Write("UserDefine/order.ini", ProfileTree::Index({{"a.xml", "large_Default.png"}}));
+    Menu().ReloadCatalogue();
+    Menu().RemoveProfileByFile("a.xml");
+    EXPECT_THAT(m_tree.Names("UserDefine"), Contains("large_Default.png"));
+    EXPECT_EQ(m_tree.Names("UserDefine").count("a.xml"), 0U);
 }
 
 }  // namespace
