@@ -15,6 +15,8 @@ constexpr COLORREF kDisabledBottom = 0x585858;
 constexpr COLORREF kMark = 0x00ffff;
 constexpr int kMarkSize = 5;
 constexpr int kMargin = 4;
+/// Where a profile's second text begins: a line in a context's own font below the first.
+constexpr int kDescriptionTop = kMargin + kSystemFontHeight;
 
 RectF Square(int left, int top, int side) {
     return {static_cast<float>(left), static_cast<float>(top), static_cast<float>(side), static_cast<float>(side)};
@@ -38,12 +40,6 @@ void DrawWhole(CDC& dc, const CGPResourceImage& image, const RectF& target, Stat
 CFont CaptionFont(int nKind, State state) {
     const bool underlined = nKind == 1 && state == State::Hover;
     return {nKind == 1 ? 15 : 14, kFontBold, underlined ? Underline::Yes : Underline::No};
-}
-
-/// Where a profile's second text begins. Lines in a context's own font are all of one height, so none is laid out to
-/// measure it.
-int DescriptionTop() {
-    return GetSystemFont()->LineHeight() + kMargin;
 }
 
 void DrawMark(CDC& dc, int left, int top) {
@@ -115,7 +111,7 @@ void CGPMenuButtonLook::DrawBadge(CDC& dc, State state) const {
 }
 
 void CGPMenuButtonLook::DrawCaption(CDC& dc, State state) const {
-    const int bottom = nKind == 1 ? DescriptionTop() : size.cy - kMargin;
+    const int bottom = nKind == 1 ? kDescriptionTop : size.cy - kMargin;
     const CRect rect = {size.cy + kMargin, kMargin, size.cx - kMargin, bottom};
     CFont font = CaptionFont(nKind, state);
     DrawButtonText(dc, strCaption, rect, font, TextColour(state), DT_SINGLELINE | DT_VCENTER);
@@ -128,11 +124,13 @@ void CGPMenuButtonLook::DrawCaption(CDC& dc, State state) const {
 }
 
 void CGPMenuButtonLook::DrawDescription(CDC& dc, State state) const {
+    // Made for the groups too, which are drawn when the menu opens: the first profiles then needn't wait for it.
+    const CFont font(14, kFontNormal);
     if (nKind != 1 || strDescription.empty()) {
         return;
     }
-    const CRect rect = {size.cy + kMargin, DescriptionTop(), size.cx - kMargin, size.cy};
-    DrawButtonText(dc, strDescription, rect, {14, kFontNormal}, TextColour(state), DT_WORDBREAK | DT_VCENTER);
+    const CRect rect = {size.cy + kMargin, kDescriptionTop, size.cx - kMargin, size.cy};
+    DrawButtonText(dc, strDescription, rect, font, TextColour(state), DT_WORDBREAK | DT_VCENTER);
 }
 
 COLORREF CGPMenuButtonLook::TextColour(State state) const {

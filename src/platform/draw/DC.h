@@ -45,6 +45,9 @@ inline constexpr int OPAQUE = 2;
 /// Null is allowed.
 VELDAN_PLATFORM_API void DeleteDC(HDC hDC);
 
+/// Of a line in the system font, in pixels: its height is that of the line. Known without making the font.
+inline constexpr int kSystemFontHeight = 16;
+
 /// The font of a fresh device context: bold sans-serif, lines of 16 pixels.
 [[nodiscard]] VELDAN_PLATFORM_API CFont* GetSystemFont();
 

@@ -156,7 +156,7 @@ private:
 
 CFont* GetSystemFont() {
     // Never freed: a host may draw until its very end.
-    static auto* const pFont = new CFont(16, kFontBold);
+    static auto* const pFont = new CFont(kSystemFontHeight, kFontBold);
     return pFont;
 }
 
