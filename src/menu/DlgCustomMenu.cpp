@@ -16,7 +16,6 @@ namespace {
 
 constexpr COLORREF kBackground = 0x17326f;
 constexpr COLORREF kFrame = 0;
-constexpr int kSeparator = 153;
 
 }  // namespace
 
@@ -83,8 +82,9 @@ BOOL CDlgCustomMenu::OnEraseBkgnd(CDC* pDC) {
     const CRect client = GetClientRect();
     pDC->FrameRect(client, CBrush(kFrame));
     pDC->FillSolidRect(client.Inflate(-1, -1), kBackground);
-    pDC->MoveTo(kSeparator, 0);
-    pDC->LineTo(kSeparator, client.bottom - 1);
+    const CRect separator = m_layout.Separator();
+    pDC->MoveTo(separator.left, separator.top);
+    pDC->LineTo(separator.left, separator.bottom);
     return TRUE;
 }
 

@@ -3,6 +3,7 @@
 #include "controls/GPScrollImageButton.h"
 #include "menu/MenuIds.h"
 #include "menu/MenuItem.h"
+#include "menu/MenuLayout.h"
 #include "menu/ProfileLists.h"
 #include "platform/dialog/Dialog.h"
 
@@ -151,7 +152,7 @@ private:
     std::unique_ptr<CGPMenuButton> m_pAddButton;
     int m_iNextLevel2ID = kFirstItemID;
     int m_iVisibleRows = 11;
-    int m_iRowAdjust = 0;  ///< Correction of the number of rows for the number of groups.
+    MenuLayout m_layout;  // of the groups that were loaded last
     CString m_strPath;
     std::size_t m_nIconBytes = 0;  // of all entries' icons, as they are kept
 };

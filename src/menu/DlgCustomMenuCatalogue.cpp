@@ -25,9 +25,6 @@ constexpr std::int64_t kMostIconFileBytes = Image::kLargestFile + 1;
 /// A menu's icons take a few megabytes. What goes far beyond is no icon.
 constexpr std::size_t kMostIconBytes = std::size_t{96} * 1024 * 1024;
 
-/// How many groups make the window as high as the full number of rows asks for.
-constexpr int kGroupsOfFullMenu = 20;
-
 CString KeyOf(int id) {
     return std::to_string(id);
 }
@@ -126,13 +123,13 @@ void CDlgCustomMenu::LoadLevel1() {
     for (int i = 0; i < count; ++i) {
         LoadGroup(index, strProfiles, i);
     }
-    m_iRowAdjust = (count - kGroupsOfFullMenu) / 2;
+    m_layout = MenuLayout(count);
+    const CSize size = m_layout.Size();
     // The last step, since hiding a menu that was shown runs code of the host.
-    SetWindowPos(&wndBottom, 50, 50, 507, 30 * count + 4, SWP_HIDEWINDOW);
+    SetWindowPos(&wndBottom, 50, 50, size.cx, size.cy, SWP_HIDEWINDOW);
 }
 
 void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProfiles, int number) {
-    const int top = 2 + 30 * number;
     CString strName = index.Get(kSection, std::to_string(number), "");
     const bool isMarked = strName.ends_with('*');
     strName.erase(strName.find_last_not_of('*') + 1);
@@ -140,7 +137,7 @@ void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProf
     auto pItem = std::make_unique<MenuItem>();
     pItem->m_iID = kFirstGroupID + number;
     pItem->m_strFolder = strName;
-    pItem->m_pButton = CreateMenuButton(pItem->m_iID, strName, {2, top, 152, top + 30});
+    pItem->m_pButton = CreateMenuButton(pItem->m_iID, strName, MenuLayout::Group(number));
     if (StaysInFolder(strName)) {
         const CString strIcon = strProfiles + "Picture/" + ReplaceAll(strName, ".xml", ".png") + ".png";
         const bool isWanted = m_nIconBytes < kMostIconBytes;
@@ -206,7 +203,6 @@ void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const
 }
 
 void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
-    const int top = 17 + 50 * number;
     auto pItem = std::make_unique<MenuItem>();
     pItem->m_iID = m_iNextLevel2ID++;
     pItem->m_iLevel = 2;
@@ -216,7 +212,7 @@ void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
     pItem->m_strXml = std::move(row.strXml);
     pItem->m_strPng = std::move(row.strPng);
 
-    pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, {155, top, 505, top + 50});
+    pItem->m_pButton = CreateMenuButton(pItem->m_iID, pItem->m_strXml, MenuLayout::Row(number));
     CGPMenuButton& button = *pItem->m_pButton;
     FinishIcon(button, row.strIconPath, button.LoadImageBytes(std::move(row.icon).value_or("")));
     button.SetKind(1);

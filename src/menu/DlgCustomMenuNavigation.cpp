@@ -14,21 +14,6 @@ namespace {
 
 constexpr const char* kLogSource = "DlgCustomMenu";
 
-constexpr int kRowHeight = 50;
-constexpr int kRowsTop = 17;
-constexpr int kRowsLeft = 155;
-constexpr int kRowsRight = 505;
-constexpr int kStripLeft = 154;
-constexpr int kStripRight = 506;
-
-/// Over the groups, the wheel moves the window.
-constexpr int kGroupColumn = 150;
-
-CRect RowRect(int row) {
-    const int top = kRowsTop + kRowHeight * row;
-    return {kRowsLeft, top, kRowsRight, top + kRowHeight};
-}
-
 /// Whether a button of the menu is neither a group nor a strip.
 bool IsRowID(int id) {
     const bool isGroup = id >= kFirstGroupID && id < kFirstGroupID + kMostGroups;
@@ -55,14 +40,13 @@ void ShowAll(const std::vector<HWND>& windows, ShowCommand command) {
 void CDlgCustomMenu::CreateScrollButtons() {
     constexpr int kStateCount = 4;
     const CString strPictures = ProfilesFolder() + "Picture/";
-    const int height = GetWindowRect().Height();
 
-    m_pScrollUp = CreateScrollButton(kScrollUpID, "", {kStripLeft, 1, kStripRight, kRowsTop});
+    m_pScrollUp = CreateScrollButton(kScrollUpID, "", m_layout.ScrollUp());
     m_pScrollUp->LoadImageFile(strPictures + "sub_scroll_up.png", "PNG", FALSE, kStateCount, TRUE);
     m_pScrollUp->SetTooltipText("Scroll up", TRUE);
     m_pScrollUp->BuildStateBitmaps();
 
-    m_pScrollDown = CreateScrollButton(kScrollDownID, "", {kStripLeft, height - kRowsTop, kStripRight, height - 1});
+    m_pScrollDown = CreateScrollButton(kScrollDownID, "", m_layout.ScrollDown());
     m_pScrollDown->LoadImageFile(strPictures + "sub_scroll_down.png", "PNG", FALSE, kStateCount, TRUE);
     m_pScrollDown->SetTooltipText("Scroll down", TRUE);
     m_pScrollDown->BuildStateBitmaps();
@@ -81,7 +65,7 @@ std::unique_ptr<CGPScrollImageButton> CDlgCustomMenu::CreateScrollButton(int id,
 }
 
 void CDlgCustomMenu::CreateAddButton() {
-    m_pAddButton = CreateMenuButton(kAddButtonID, "Add to user define", RowRect(m_iRowAdjust + m_iVisibleRows - 1));
+    m_pAddButton = CreateMenuButton(kAddButtonID, "Add to user define", m_layout.AddButton());
     m_pAddButton->LoadImageResource(kAddIconId, "PNG");
     m_pAddButton->SetKind(1);
     m_pAddButton->ShowWindow(SW_HIDE);
@@ -104,7 +88,7 @@ void CDlgCustomMenu::SelectItemButton(int id, BOOL selected) {
 }
 
 int CDlgCustomMenu::VisibleRowsOf(int groupID) const {
-    return m_iRowAdjust + (groupID == GetUserDefineGroupID() ? 10 : 11);
+    return m_layout.VisibleRows(groupID == GetUserDefineGroupID());
 }
 
 LRESULT CDlgCustomMenu::OnSmallMenuButtonItemChange(WPARAM id, LPARAM /*lParam*/) {
@@ -141,15 +125,15 @@ void CDlgCustomMenu::ShowRowsOf(int id) {
     }
     LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strUID=%s cnt=%d", Format("%d", id).c_str(),
                static_cast<int>(pGroup->m_mapLevel2Menu.size()));
-    const int limit = kRowHeight * m_iVisibleRows + kRowsTop;
+    const int limit = MenuLayout::RowsBottom(m_iVisibleRows);
     std::vector<HWND> fitting;
     for (const auto& [strKey, pItem] : pGroup->m_mapLevel2Menu) {
         LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu strKey=%s", strKey.c_str());
         // That is where PlaceRows put the row; asking thousands of windows for it would take its time.
-        const CRect place = RowRect(pItem->m_iIndex + pGroup->m_iMenuCurSelectedPos);
+        const CRect place = MenuLayout::Row(pItem->m_iIndex + pGroup->m_iMenuCurSelectedPos);
         LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu rc.bottom - rcO.top=%d", place.bottom);
         LogMessage({kLogSource, __LINE__}, "pItem->m_mapLevel2Menu limit=%d", limit);
-        if (place.bottom <= limit && place.top >= kRowsTop) {
+        if (place.bottom <= limit && place.top >= MenuLayout::RowsTop()) {
             fitting.push_back(pItem->m_pButton->GetSafeHwnd());
         }
     }
@@ -216,7 +200,7 @@ void CDlgCustomMenu::ScrollOpenGroup(int step) {
 
 void CDlgCustomMenu::PlaceRows(const MenuItem& group) {
     for (const auto& [strKey, pItem] : group.m_mapLevel2Menu) {
-        const CRect rect = RowRect(pItem->m_iIndex + group.m_iMenuCurSelectedPos);
+        const CRect rect = MenuLayout::Row(pItem->m_iIndex + group.m_iMenuCurSelectedPos);
         pItem->m_pButton->SetWindowPos(nullptr, rect.left, rect.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     }
 }
@@ -227,7 +211,7 @@ BOOL CDlgCustomMenu::OnMouseWheel(UINT /*flags*/, short zDelta, CPoint point) {
     }
     const WheelGuard guard;
     const HWND self = GetSafeHwnd();
-    if (ScreenToClient(point).x < kGroupColumn) {
+    if (MenuLayout::IsOverGroups(ScreenToClient(point))) {
         SlideWindow(zDelta);
     } else if (zDelta < 0) {
         if (m_pScrollDown && m_pScrollDown->IsWindowEnabled()) {
@@ -239,14 +223,14 @@ BOOL CDlgCustomMenu::OnMouseWheel(UINT /*flags*/, short zDelta, CPoint point) {
     return FromHandle(self) == this ? static_cast<BOOL>(Default()) : 0;
 }
 
-/// Brings the parts of the menu that overhang its owner within reach, and no more than that.
 void CDlgCustomMenu::SlideWindow(int zDelta) {
-    const int half = Desktop::Get().GetDisplay().ScreenRect().Height() / 2;
+    const CRect screen = Desktop::Get().GetDisplay().ScreenRect();
+    const int half = screen.Height() / 2;
     const CWnd* pOwner = GetParent();
     const CRect limits = pOwner ? pOwner->GetWindowRect() : CRect{0, half, 0, half};
-    const CRect rect = GetWindowRect().Offset({0, zDelta});
-    if (zDelta < 0 ? rect.bottom > limits.bottom : rect.top < limits.top) {
-        MoveWindow(rect);
+    const CRect rect = GetWindowRect();
+    if (const int step = MenuLayout::SlideOf(rect, limits, screen, zDelta); step != 0) {
+        MoveWindow(rect.Offset({0, step}));
     }
 }
 

@@ -93,15 +93,17 @@ TEST_F(NavigationTest, WheelOverTheGroupsSlidesAMenuThatOverhangsItsOwner) {
     Person().Settle();
     for (int i = 0; i < 2; ++i) {
         Person().Wheel(MenuCorner() + overGroups, -120);
-        EXPECT_EQ(MenuCorner().y, 680);
+        EXPECT_EQ(MenuCorner().y, i == 0 ? 680 : 850 - 184);
     }
     VELDAN_ShowProfileMenus(&m_host, 100, -100, kPickMessage);
     Person().Settle();
     Person().Wheel(MenuCorner() + CPoint{149, 130}, 120);
     EXPECT_EQ(MenuCorner().y, 20);
     Person().Wheel(MenuCorner() + overGroups, 120);
-    EXPECT_EQ(MenuCorner().y, 20);
-    EXPECT_EQ(MenuCorner().x, 100);
+    EXPECT_EQ(MenuCorner(), (CPoint{100, 50}));
+    Person().Wheel(MenuCorner() + overGroups, 120);
+    Person().Wheel(MenuCorner() + overGroups, -120);
+    EXPECT_EQ(MenuCorner(), (CPoint{100, 50})) << "all of it is within the owner";
 }
 
 TEST_F(NavigationTest, WithoutAnOwnerTheWheelStopsAtTheMiddleOfTheScreen) {
@@ -116,8 +118,32 @@ TEST_F(NavigationTest, WithoutAnOwnerTheWheelStopsAtTheMiddleOfTheScreen) {
     for (int i = 0; i < 9; ++i) {
         Person().Wheel(MenuCorner() + CPoint{100, 100}, -120);
     }
-    // 1080 is the screen's height, and no step that ends above the middle is taken.
-    EXPECT_EQ(MenuCorner().y + 184, 604);
+    EXPECT_EQ(MenuCorner().y + 184, 1080 / 2);
+}
+
+TEST_F(NavigationTest, TurningOnBringsEveryGroupOntoTheScreenWhereverTheOwnerIs) {
+    constexpr CRect kScreen{0, 0, 1920, 1080};
+    for (const int groups : {1, 6, 20, 40}) {
+        for (const int ownerTop : {-900, -50, 0, 400, 1000, 2000}) {
+            for (const int top : {-30 * groups, -100, 0, 700, 1070}) {
+                SCOPED_TRACE(Format("%d groups, owner from %d, menu from %d", groups, ownerTop, top));
+                const CRect owner{600, ownerTop, 900, ownerTop + 700};
+                CRect menu = CRect::FromSize({0, top}, MenuLayout(groups).Size());
+                const bool fits = menu.Height() <= kScreen.Height();
+                const auto turn = [&](int zDelta) {
+                    for (int i = 0; i < 100; ++i) {
+                        menu = menu.Offset({0, MenuLayout::SlideOf(menu, owner, kScreen, zDelta)});
+                    }
+                };
+                turn(-120);
+                EXPECT_LE(menu.bottom, kScreen.bottom);
+                EXPECT_TRUE(!fits || menu.top >= std::min(top, 0)) << "nothing left at the other end";
+                turn(120);
+                EXPECT_GE(menu.top, kScreen.top);
+                EXPECT_TRUE(!fits || menu.bottom <= kScreen.bottom);
+            }
+        }
+    }
 }
 
 TEST_F(NavigationTest, StripsLieAboveRowsAlsoAfterARebuild) {
