@@ -85,6 +85,26 @@ TEST_F(NavigationTest, ScrollingPutsTheRowUnderTheRestingPointerOn) {
     EXPECT_EQ(Seen(RowPoint(0)), kSkin);
 }
 
+TEST_F(NavigationTest, ThePointersLightEndsWithTheMenusHidingAndSelectionsStay) {
+    InitWith(6, 6);
+    Open(1);
+    Person().Rest(RowPoint(1));
+    Person().Rest(GroupPoint(1));
+    // As after an edit: another group opens than the one under the pointer.
+    Menu().OnSmallMenuButtonItemChange(4000, 0);
+    Person().Settle();
+    EXPECT_EQ(Seen(GroupPoint(1)), kHovered) << "the pointer";
+    EXPECT_EQ(Seen(GroupPoint(0)), kHovered) << "the open group";
+    VELDAN_HideProfileMenus();
+    constexpr CPoint kElsewhere{0, 400};
+    VELDAN_ShowProfileMenus(&m_host, kMenuAt.x, kMenuAt.y + kElsewhere.y, kPickMessage);
+    EXPECT_EQ(Seen(GroupPoint(1) + kElsewhere), kSkin) << "in the first frame";
+    EXPECT_EQ(Seen(GroupPoint(0) + kElsewhere), kHovered);
+    Person().Rest(GroupPoint(1) + kElsewhere);
+    EXPECT_EQ(Seen(RowPoint(1) + kElsewhere), kHovered) << "the last hovered row";
+    EXPECT_EQ(Menu().HoveredItemID(), 1007);
+}
+
 TEST_F(NavigationTest, WheelOverTheGroupsSlidesAMenuThatOverhangsItsOwner) {
     InitWith(6, 6);
     const CPoint overGroups = {149, 60};

@@ -134,6 +134,11 @@ TEST_P(MenuScenario, RestingOnAGroupOpensIt) {
     Show();
     EXPECT_TRUE(m_stage->Eventually([] { return g_pMenuDialog->OpenGroupID() == 4001; }))
         << "under the resting pointer";
+    VELDAN_HideProfileMenus();
+    m_at.y -= 60;
+    Show();
+    EXPECT_TRUE(m_stage->Eventually([] { return g_pMenuDialog->OpenGroupID() == 4003; })) << "another one there now";
+    EXPECT_EQ(m_stage->Seen(Group(1) + CPoint{40, 0}), kSkin);
 }
 
 TEST_P(MenuScenario, ARestedRowLooksSelectedUntilAnother) {

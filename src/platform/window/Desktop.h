@@ -237,6 +237,7 @@ private:
     Retrieved TakeInput(const DisplayEvent& event, MSG& message);
     Retrieved RetestPointer(MSG& message);
     bool EnterWindow(HWND window);
+    void LeaveAtOnce();
     Retrieved PointerMoved(const DisplayEvent& event, MSG& message);
     void PointerLeft(const DisplayEvent& event);
     Retrieved ButtonChanged(const DisplayEvent& event, MSG& message);

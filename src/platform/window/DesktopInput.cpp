@@ -148,6 +148,15 @@ bool Desktop::EnterWindow(HWND window) {
     return tracking.leave && PostMessage(tracking.window, WM_MOUSELEAVE);
 }
 
+/// A posted leave might come after the window was shown anew, with the look of a pointer that isn't there.
+void Desktop::LeaveAtOnce() {
+    m_mouseWindow = {};
+    const Tracking tracking = std::exchange(m_tracking, {});
+    if (tracking.leave) {
+        SendMessage(tracking.window, WM_MOUSELEAVE);
+    }
+}
+
 void Desktop::RetestPointerSoon() {
     m_bRetestPointer = true;
     Wake();

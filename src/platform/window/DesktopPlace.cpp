@@ -83,9 +83,9 @@ void Desktop::ShowChild(WindowRecord& record) {
 
 void Desktop::HideTopLevel(HWND window) {
     const bool wasActive = m_active == window;
-    if (m_pointerTopLevel == window) {
-        EnterWindow({});
-        m_pointerTopLevel = {};
+    m_pointerTopLevel = m_pointerTopLevel == window ? HWND() : m_pointerTopLevel;
+    if (IsWithin(m_mouseWindow, window)) {
+        LeaveAtOnce();
     }
     if (wasActive) {
         GetDisplay().GiveBackFocus();
