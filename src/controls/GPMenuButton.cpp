@@ -26,7 +26,7 @@ const MessageMap& CGPMenuButton::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
         On<WM_MOUSEMOVE, &CGPMenuButton::OnMouseMove>(),     On<WM_ERASEBKGND, &CGPMenuButton::OnEraseBkgnd>(),
         On<WM_SETCURSOR, &CGPMenuButton::OnSetCursor>(),     On<OCM_CTLCOLOR, &CGPMenuButton::CtlColor>(),
-        On<WM_KILLFOCUS, &CGPMenuButton::OnKillFocus>(),     On<OCM_COMMAND, &CGPMenuButton::OnClicked>(),
+        On<WM_KILLFOCUS, &CGPMenuButton::OnKillFocus>(),     OnReflected<BN_CLICKED, &CGPMenuButton::OnClicked>(),
         On<WM_RBUTTONDOWN, &CGPMenuButton::OnRButtonDown>(), On<WM_MOUSELEAVE, &CGPMenuButton::OnMouseLeave>(),
         On<WM_MOUSEHOVER, &CGPMenuButton::OnMouseHover>(),
     };

@@ -1,6 +1,6 @@
 #include "resources/Dialogs.h"
 
-#include "platform/dialog/Dialog.h"
+#include "platform/dialog/DialogTemplate.h"
 #include "platform/resource/Resource.h"
 #include "resources/Png1057.h"
 
@@ -8,13 +8,15 @@ namespace veldan {
 namespace {
 
 /// The menu gives itself its size when it knows its groups.
-constexpr DialogTemplate kMenuDialog = {WS_POPUP, {284, 201}, "veldan menu"};
+constexpr DialogTemplate kDialogs[] = {
+    {.id = kMenuDialogId, .size = {0, 0, 284, 201}, .caption = "veldan menu"},
+};
 
 const Resource kResources[] = {
-    {kMenuDialogId, "DIALOG", std::as_bytes(std::span(&kMenuDialog, 1))},
     {kAddIconId, "PNG", kPng1057},
 };
 
+const DialogTemplateTable g_dialogs(kDialogs);
 const ResourceTable g_resources(kResources);
 
 }  // namespace

@@ -4,9 +4,10 @@
 
 namespace veldan {
 
-// Resources of the library, by type.
+// Dialog templates of the library.
+inline constexpr UINT kMenuDialogId = 129;
 
-inline constexpr UINT kMenuDialogId = 129;  ///< "DIALOG"
-inline constexpr UINT kAddIconId = 1057;    ///< "PNG", 35 by 35
+// Resources of the library, by type.
+inline constexpr UINT kAddIconId = 1057;  ///< "PNG", 35 by 35
 
 }  // namespace veldan

@@ -1,6 +1,5 @@
 #include "platform/core/Keys.h"
 #include "platform/dialog/Dialog.h"
-#include "platform/resource/Resource.h"
 #include "support/DesktopFixture.h"
 #include "support/Probe.h"
 
@@ -8,8 +7,7 @@ namespace veldan {
 
 namespace {
 
-constexpr DialogTemplate kForm{WS_POPUP, {100, 80}, "form"};
-const Resource kResources[] = {{900, "DIALOG", std::as_bytes(std::span(&kForm, 1))}};
+constexpr DialogTemplate kForms[] = {{.id = 900, .size = {0, 0, 100, 80}, .caption = "form"}};
 
 /// A dialog with three buttons, of which the second is its first focus.
 class Form : public Probe<CDialog> {
@@ -31,7 +29,7 @@ protected:
 
 class FocusTest : public DesktopTest {
 protected:
-    FocusTest() : m_resources(kResources) {
+    FocusTest() {
         m_frame.CreateEx(0, CWnd::kPlainClass, "host", WS_VISIBLE, {0, 0, 400, 400}, {}, 0);
         m_form.Create(900);
         m_form.SetWindowPos(nullptr, 500, 500, 150, 120, SWP_NOACTIVATE);
@@ -42,7 +40,7 @@ protected:
         Person().Settle();
     }
 
-    ResourceTable m_resources;
+    DialogTemplateTable m_forms{kForms};
     ProbeWnd m_frame;
     Form m_form;
 };

@@ -1,6 +1,5 @@
 #include "platform/core/Keys.h"
 #include "platform/dialog/Dialog.h"
-#include "platform/resource/Resource.h"
 #include "support/DesktopFixture.h"
 #include "support/Probe.h"
 
@@ -28,18 +27,22 @@ class MortalButton : public Mortal<ProbeButton> {
 protected:
     const MessageMap& GetMessageMap() const override {
         static constexpr MessageMapEntry kEntries[] = {
-            On<OCM_CTLCOLOR, &MortalButton::OnCtlColor>(),
-            On<OCM_COMMAND, &MortalButton::OnClicked>(),
+            On<OCM_CTLCOLOR, &MortalButton::CtlColor>(),
+            On<OCM_DRAWITEM, &MortalButton::OnDrawItem>(),
+            On<OCM_MEASUREITEM, &MortalButton::OnMeasureItem>(),
+            OnReflected<BN_CLICKED, &MortalButton::OnClicked>(),
         };
         static const MessageMap kMap{&CButton::ClassMessageMap(), kEntries};
         return kMap;
     }
 
 private:
-    HBRUSH OnCtlColor(CDC*, UINT) {
+    HBRUSH CtlColor(CDC*, UINT) {
         Act(OCM_CTLCOLOR);
         return nullptr;
     }
+    void OnDrawItem(int, DRAWITEMSTRUCT*) { Act(OCM_DRAWITEM); }
+    void OnMeasureItem(int, MEASUREITEMSTRUCT*) { Act(OCM_MEASUREITEM); }
     void OnClicked() { Act(OCM_COMMAND); }
     void Act(UINT message) {
         if (message == actAt && action) {
@@ -48,8 +51,7 @@ private:
     }
 };
 
-constexpr DialogTemplate kForm{WS_POPUP, {100, 100}, ""};
-const Resource kResources[] = {{900, "DIALOG", std::as_bytes(std::span(&kForm, 1))}};
+constexpr DialogTemplate kForms[] = {{.id = 900, .size = {0, 0, 100, 100}}};
 
 enum class Victim { Window, Parent };
 
@@ -57,7 +59,7 @@ enum class Victim { Window, Parent };
 
 class LifetimeTest : public DesktopTest, public testing::WithParamInterface<std::tuple<UINT, Victim>> {
 protected:
-    LifetimeTest() : m_resources(kResources) {
+    LifetimeTest() {
         MakePopup(*m_owner, {0, 0, 400, 400});
         // The parent of a top-level window is its owner.
         MakePopup(*m_top, {500, 0, 900, 400}, m_owner);
@@ -85,7 +87,7 @@ protected:
     void Provoke(UINT message);
 
     static constexpr CPoint kOver{550, 30};
-    ResourceTable m_resources;
+    DialogTemplateTable m_forms{kForms};
     MortalWnd* m_owner = new MortalWnd;
     MortalWnd* m_top = new MortalWnd;
     MortalWnd* m_plain = new MortalWnd;
@@ -114,6 +116,10 @@ void LifetimeTest::Provoke(UINT message) {
         m_plain->TrackMouseEvent(what, 5);
         Person().Rest(next, 10);
     };
+    const auto measure = [this] {
+        MEASUREITEMSTRUCT item;
+        m_top->SendMessage(WM_MEASUREITEM, 7, reinterpret_cast<LPARAM>(&item));
+    };
     const auto createAnother = [this] {
         auto* another = new MortalWnd;
         Arm(*another);
@@ -139,10 +145,15 @@ void LifetimeTest::Provoke(UINT message) {
         {WM_ERASEBKGND, repaint},
         {WM_CLOSE, [this] { m_display->RequestClose(m_top->GetSafeHwnd().Value()); }},
         {WM_TIMER, [this] { m_plain->SetTimer(1, 5), Person().Wait(10); }},
+        {WM_SETFONT, [this] { m_plain->SetFont(nullptr); }},
+        {WM_GETFONT, [this] { EXPECT_EQ(m_plain->GetFont(), nullptr); }},
         {WM_KEYDOWN, type},
         {WM_KEYUP, type},
         {WM_CHAR, type},
         {WM_DRAWITEM, repaint},
+        {OCM_DRAWITEM, repaint},
+        {WM_MEASUREITEM, measure},
+        {OCM_MEASUREITEM, measure},
         {WM_CTLCOLORBTN, repaint},
         {OCM_CTLCOLOR, repaint},
         {WM_COMMAND, click},
@@ -159,15 +170,20 @@ void LifetimeTest::Provoke(UINT message) {
         {WM_RBUTTONDBLCLK, [&] { doubleClick(3); }},
     };
     const auto road = roads.find(message);
-    road != roads.end() ? road->second() : clickAll();
+    if (IsCtlColor(message) && message != WM_CTLCOLORBTN) {
+        m_top->SendMessage(message);
+    } else {
+        road != roads.end() ? road->second() : clickAll();
+    }
     Person().Settle();
 }
 
 TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
     const UINT message = std::get<0>(GetParam());
-    const std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_CTLCOLORBTN, WM_COMMAND};
-    const std::set<UINT> atButton{OCM_CTLCOLOR, OCM_COMMAND, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK};
-    if (atTop.contains(message)) {
+    const std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_MEASUREITEM, WM_COMMAND};
+    const std::set<UINT> atButton{OCM_CTLCOLOR,     OCM_DRAWITEM,     OCM_MEASUREITEM, OCM_COMMAND,
+                                  WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK};
+    if (atTop.contains(message) || IsCtlColor(message)) {
         Arm(*m_top);
     } else if (atButton.contains(message)) {
         Arm(*m_button);

@@ -1,7 +1,9 @@
 #include "platform/dialog/Dialog.h"
 
-#include "platform/resource/Resource.h"
+#include "platform/draw/Font.h"
 #include "platform/window/Desktop.h"
+
+#include <algorithm>
 
 namespace veldan {
 
@@ -9,13 +11,13 @@ namespace {
 
 constinit const WindowClass kDialogClass{"Dialog", CS_DBLCLKS};
 
-// The dialog font at 96 dpi, in pixels.
-constexpr int kAverageWidth = 6;
-constexpr int kLineHeight = 13;
+/// The cells of a point font's letters, without the room above them, at 96 dots an inch.
+constexpr int HeightOfPoints(int points) {
+    return -(points * 96 + 36) / 72;
+}
 
-const DialogTemplate* FindTemplate(UINT id) {
-    const std::span<const std::byte> data = FindResource(id, "DIALOG");
-    return data.size() == sizeof(DialogTemplate) ? reinterpret_cast<const DialogTemplate*>(data.data()) : nullptr;
+bool IsTabStop(const WindowRecord* control) {
+    return control != nullptr && (control->style & WS_TABSTOP) != 0 && control->visible && control->enabled;
 }
 
 }  // namespace
@@ -24,18 +26,20 @@ CDialog::CDialog() = default;
 CDialog::~CDialog() = default;
 
 bool CDialog::Create(UINT templateId, CWnd* parent) {
-    const DialogTemplate* form = FindTemplate(templateId);
+    const DialogTemplate* form = FindDialogTemplate(templateId);
     if (form == nullptr) {
         return false;
     }
     Desktop& desktop = Desktop::Get();
     const HWND owner = parent != nullptr ? parent->GetSafeHwnd() : desktop.DefaultOwner();
-    const CRect rect{0, 0, form->size.cx * kAverageWidth / 4, form->size.cy * kLineHeight / 8};
-    if (!CreateEx(0, kDialogClass, form->caption, form->style & ~WS_VISIBLE, rect, owner, 0)) {
+    if (!CreateEx(0, kDialogClass, form->caption, form->style & ~WS_VISIBLE, form->size.ToPixels(), owner, 0)) {
         return false;
     }
     const HWND self = GetSafeHwnd();
     const bool show = (form->style & WS_VISIBLE) != 0;
+    if (!CreateControls(*form)) {
+        return false;
+    }
     desktop.SendMessage(self, WM_INITDIALOG);
     if (show) {
         desktop.ShowWindow(self, SW_SHOW);
@@ -43,8 +47,69 @@ bool CDialog::Create(UINT templateId, CWnd* parent) {
     return desktop.Find(self) != nullptr;
 }
 
+/// False if the dialog did not survive it.
+bool CDialog::CreateControls(const DialogTemplate& form) {
+    m_controls.clear();
+    m_templateOrder.clear();
+    if (form.controls.empty()) {
+        return true;
+    }
+    const HWND self = GetSafeHwnd();
+    const CFont font(HeightOfPoints(form.pointSize), kFontNormal, Underline::No, form.face);
+    SetFont(&font, false);
+    for (const DialogControl& control : form.controls) {
+        if (FromHandle(self) != this) {
+            return false;
+        }
+        CWnd& object = *m_controls.emplace_back(control.make());
+        if (object.CreateEx(0, *control.windowClass, control.text, control.style, control.place.ToPixels(), self,
+                            control.id) &&
+            FromHandle(self) == this) {
+            m_templateOrder.push_back(object.GetSafeHwnd());
+            object.SetFont(&font, false);
+        }
+    }
+    return FromHandle(self) == this;
+}
+
 BOOL CDialog::OnInitDialog() {
+    UpdateData(false);
     return TRUE;
+}
+
+void CDialog::DoDataExchange(CDataExchange* /*pDX*/) {}
+
+bool CDialog::UpdateData(bool saveAndValidate) {
+    if (!GetSafeHwnd()) {
+        return false;
+    }
+    CDataExchange exchange(*this, saveAndValidate);
+    DoDataExchange(&exchange);
+    return true;
+}
+
+/// The controls of the template in its order, whatever their stacking, then the other children.
+std::vector<HWND> CDialog::TabOrder() const {
+    std::vector<HWND> order = m_templateOrder;
+    for (const HWND child : Desktop::Get().VisibleChildrenOf(GetSafeHwnd())) {
+        if (std::ranges::find(m_templateOrder, child) == m_templateOrder.end()) {
+            order.push_back(child);
+        }
+    }
+    return order;
+}
+
+CWnd* CDialog::GetNextDlgTabItem(const CWnd* current, bool previous) const {
+    std::vector<HWND> order = TabOrder();
+    if (previous) {
+        std::ranges::reverse(order);
+    }
+    const auto at = std::ranges::find(order, current != nullptr ? current->GetSafeHwnd() : HWND());
+    if (at != order.end()) {
+        std::ranges::rotate(order, at + 1);
+    }
+    const auto next = std::ranges::find_if(order, [](HWND control) { return IsTabStop(Desktop::Get().Find(control)); });
+    return next != order.end() ? FromHandle(*next) : nullptr;
 }
 
 const MessageMap& CDialog::ClassMessageMap() {

@@ -10,17 +10,17 @@ namespace veldan {
 
 namespace {
 
-constinit const WindowClass kButtonClass{"Button", CS_DBLCLKS};
-
 constexpr UINT kTypeMask = 0x0f;
 
 }  // namespace
+
+constinit const WindowClass CButton::kWindowClass{"Button", CS_DBLCLKS};
 
 CButton::CButton() = default;
 CButton::~CButton() = default;
 
 bool CButton::Create(const CString& text, UINT style, const CRect& rect, CWnd* parent, UINT id) {
-    return parent != nullptr && CreateEx(0, kButtonClass, text, style | WS_CHILD, rect, parent->GetSafeHwnd(), id);
+    return parent != nullptr && CreateEx(0, kWindowClass, text, style | WS_CHILD, rect, parent->GetSafeHwnd(), id);
 }
 
 const MessageMap& CButton::ClassMessageMap() {
@@ -128,6 +128,8 @@ void CButton::Paint() {
         return;
     }
     DRAWITEMSTRUCT item;
+    item.CtlType = ODT_BUTTON;
+    item.itemAction = ODA_DRAWENTIRE;
     item.CtlID = GetDlgCtrlID();
     item.itemState = (m_bPressed ? ODS_SELECTED : 0U) | (IsWindowEnabled() ? 0U : ODS_DISABLED) |
                      (GetFocus() == this ? ODS_FOCUS : 0U);

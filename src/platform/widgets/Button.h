@@ -20,6 +20,8 @@ public:
     /// `rect` is in the parent's client pixels.
     bool Create(const CString& text, UINT style, const CRect& rect, CWnd* parent, UINT id);
 
+    static const WindowClass kWindowClass;
+
 protected:
     [[nodiscard]] static const MessageMap& ClassMessageMap();
     [[nodiscard]] const MessageMap& GetMessageMap() const override;

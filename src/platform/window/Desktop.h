@@ -11,6 +11,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace veldan {
@@ -81,6 +82,8 @@ public:
 
     HWND CreateWindow(CWnd& object, const WindowClass& windowClass, const CREATESTRUCT& create);
     bool DestroyWindow(HWND window);
+    /// Attaches another object to a window; the one before is left without a window. False if the window is gone.
+    bool ReplaceObject(HWND window, CWnd& object);
     /// Forgets the object of a window whose object is being deleted.
     void DetachObject(HWND window);
 
@@ -90,6 +93,8 @@ public:
     bool PostMessage(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     /// The message whose handler runs, innermost.
     [[nodiscard]] const MSG& CurrentMessage() const { return m_currentMessage; }
+    /// Puts another message in its place while a parent hands a message back to a control; gives the one before.
+    MSG ExchangeCurrentMessage(const MSG& message) { return std::exchange(m_currentMessage, message); }
 
     // Relations.
 

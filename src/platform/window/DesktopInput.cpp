@@ -47,8 +47,9 @@ HWND Desktop::WindowAt(HWND topLevel, CPoint screen) const {
     for (;;) {
         const WindowRecord* hit = nullptr;
         record->children.ForVisible([&](const ChildList::Entry& entry) {
-            if (entry.rect.Contains(point)) {
-                hit = m_table.Find(entry.window);
+            const WindowRecord* child = entry.rect.Contains(point) ? m_table.Find(entry.window) : nullptr;
+            if (child != nullptr && (child->windowClass->style & CS_POINTERTHROUGH) == 0) {
+                hit = child;
             }
             return hit == nullptr;
         });

@@ -175,6 +175,17 @@ void Desktop::ForgetWindow(HWND window) {
     RetestPointerSoon();
 }
 
+bool Desktop::ReplaceObject(HWND window, CWnd& object) {
+    WindowRecord* record = m_table.Find(window);
+    if (record == nullptr || record->destroying || record->object == nullptr) {
+        return false;
+    }
+    object.m_pFont = std::move(record->object->m_pFont);
+    std::exchange(record->object, &object)->m_hWnd = {};
+    object.m_hWnd = window;
+    return true;
+}
+
 void Desktop::DetachObject(HWND window) {
     if (WindowRecord* record = m_table.Find(window)) {
         record->object = nullptr;

@@ -14,14 +14,19 @@
 ///   WM_SIZE          sent after a real change of size; the new client size.
 ///   WM_SHOWWINDOW    sent when the window's own visible flag changes.
 ///   WM_ENABLE        sent when the window's enabled flag changes.
+///   WM_SETFONT       gives a window the font of its text: a const CFont* in wParam, null for the system font, which is
+///                    copied; lParam tells whether to paint again. WM_GETFONT answers with that copy, or null.
 /// Focus
 ///   WM_SETFOCUS      sent to the window that now has the keyboard focus; the argument is the one that had it.
 ///   WM_KILLFOCUS     sent to the window that lost it; the argument is the one that gets it, or null.
 /// Painting
 ///   WM_ERASEBKGND    sent before a paint, or before the window's pixels are read; TRUE: the background is drawn.
 ///   WM_PAINT         retrieved while an update region is left on a visible window.
-///   WM_CTLCOLORBTN   sent by a button to its parent before it draws; the result is a brush or null.
-///   WM_DRAWITEM      sent by an owner-drawn button to its parent, which hands it to the button's DrawItem.
+///   WM_CTLCOLOR...   sent by a control to its parent before it draws, by the kind of control; the CDC in wParam, the
+///                    control's handle in lParam; the result is a brush or null. OnCtlColors makes one entry for them
+///                    all.
+///   WM_MEASUREITEM   sent by an owner-drawn control to its parent to ask for the size of an item.
+///   WM_DRAWITEM      sent by an owner-drawn control to its parent to have an item drawn.
 ///   WM_SETCURSOR     sent to the window under the pointer at each move; TRUE: the cursor is set.
 /// Input, retrieved from the queue; positions are client pixels, but for WM_MOUSEWHEEL's, which are the screen's
 ///   WM_MOUSEHOVER and WM_MOUSELEAVE come only when asked for with TrackMouseEvent, once each.
@@ -29,7 +34,10 @@
 /// Notification
 ///   WM_COMMAND       sent by a control to its parent: id and code in wParam, the control's handle in lParam.
 ///   WM_TIMER         retrieved when a timer is due; at most one per timer waits.
-///   OCM_CTLCOLOR, OCM_COMMAND: the two above, handed back by the parent to the control that sent them.
+/// Reflection: the parent hands a control's own messages back to it before it looks at its own handlers
+///   OCM_CTLCOLOR     for each WM_CTLCOLOR...: the CDC in wParam, a CTLCOLOR_... kind in lParam.
+///   OCM_DRAWITEM     for WM_DRAWITEM, OCM_MEASUREITEM for WM_MEASUREITEM: with the same arguments.
+///   OCM_COMMAND      for WM_COMMAND, with the same arguments. OnReflected handles one notification code.
 #define VELDAN_MESSAGES(X)                     \
     X(WM_CREATE, 0x0001, Create)               \
     X(WM_DESTROY, 0x0002, Nothing)             \
@@ -44,6 +52,9 @@
     X(WM_SHOWWINDOW, 0x0018, ShowWindow)       \
     X(WM_SETCURSOR, 0x0020, SetCursor)         \
     X(WM_DRAWITEM, 0x002b, DrawItem)           \
+    X(WM_MEASUREITEM, 0x002c, MeasureItem)     \
+    X(WM_SETFONT, 0x0030, Raw)                 \
+    X(WM_GETFONT, 0x0031, Raw)                 \
     X(WM_NCDESTROY, 0x0082, Nothing)           \
     X(WM_KEYDOWN, 0x0100, Key)                 \
     X(WM_KEYUP, 0x0101, Key)                   \
@@ -51,7 +62,13 @@
     X(WM_INITDIALOG, 0x0110, Raw)              \
     X(WM_COMMAND, 0x0111, Raw)                 \
     X(WM_TIMER, 0x0113, Timer)                 \
-    X(WM_CTLCOLORBTN, 0x0135, CtlColor)        \
+    X(WM_CTLCOLORMSGBOX, 0x0132, Raw)          \
+    X(WM_CTLCOLOREDIT, 0x0133, Raw)            \
+    X(WM_CTLCOLORLISTBOX, 0x0134, Raw)         \
+    X(WM_CTLCOLORBTN, 0x0135, Raw)             \
+    X(WM_CTLCOLORDLG, 0x0136, Raw)             \
+    X(WM_CTLCOLORSCROLLBAR, 0x0137, Raw)       \
+    X(WM_CTLCOLORSTATIC, 0x0138, Raw)          \
     X(WM_MOUSEMOVE, 0x0200, Mouse)             \
     X(WM_LBUTTONDOWN, 0x0201, Mouse)           \
     X(WM_LBUTTONUP, 0x0202, Mouse)             \
@@ -67,4 +84,6 @@
     X(WM_MOUSEHOVER, 0x02a1, Raw)              \
     X(WM_MOUSELEAVE, 0x02a3, Raw)              \
     X(OCM_CTLCOLOR, 0xbc19, CtlColorReflected) \
-    X(OCM_COMMAND, 0xbd11, Nothing)
+    X(OCM_DRAWITEM, 0xbc2b, DrawItem)          \
+    X(OCM_MEASUREITEM, 0xbc2c, MeasureItem)    \
+    X(OCM_COMMAND, 0xbd11, Raw)

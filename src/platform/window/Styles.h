@@ -12,12 +12,17 @@ inline constexpr UINT WS_VISIBLE = 0x10000000;
 inline constexpr UINT WS_DISABLED = 0x08000000;
 inline constexpr UINT WS_OVERLAPPED = 0x00000000;
 
+/// Styles of controls in a dialog: the Tab key stops here; the first of a group that arrow keys go through.
+inline constexpr UINT WS_GROUP = 0x00020000;
+inline constexpr UINT WS_TABSTOP = 0x00010000;
+
 /// Extended styles.
 inline constexpr UINT WS_EX_TRANSPARENT = 0x20;       ///< The pointer falls through; tooltips.
 inline constexpr UINT WS_EX_NOACTIVATE = 0x08000000;  ///< Never takes the activation.
 
 /// Class styles.
 inline constexpr UINT CS_DBLCLKS = 0x08;
+inline constexpr UINT CS_POINTERTHROUGH = 0x10000;  ///< The pointer passes through to the parent; labels.
 
 /// What windows of one sort have in common. Instances are constants that outlive their windows.
 struct WindowClass {

@@ -1,6 +1,6 @@
 #include "platform/window/Wnd.h"
 
-#include "platform/window/ClientDC.h"
+#include "platform/draw/Font.h"
 #include "platform/window/Desktop.h"
 
 namespace veldan {
@@ -8,14 +8,6 @@ namespace veldan {
 constinit const WindowClass CWnd::kPlainClass{"Window"};
 const CWnd CWnd::wndTop;
 const CWnd CWnd::wndBottom;
-
-namespace signature {
-
-CWnd* WindowOf(std::uint64_t handleValue) {
-    return CWnd::FromHandle(HWND::FromValue(handleValue));
-}
-
-}  // namespace signature
 
 CWnd::CWnd() = default;
 
@@ -41,6 +33,18 @@ bool CWnd::CreateEx(UINT exStyle, const WindowClass& windowClass, const CString&
 
 bool CWnd::DestroyWindow() {
     return m_hWnd && Desktop::Get().DestroyWindow(m_hWnd);
+}
+
+bool CWnd::SubclassWindow(HWND hWnd) {
+    if (m_hWnd || !Desktop::Get().ReplaceObject(hWnd, *this)) {
+        return false;
+    }
+    PreSubclassWindow();
+    return FromHandle(hWnd) == this;
+}
+
+bool CWnd::SubclassDlgItem(UINT id, const CWnd* parent) {
+    return parent != nullptr && SubclassWindow(Desktop::Get().ChildWithId(parent->GetSafeHwnd(), id));
 }
 
 CWnd* CWnd::FromHandle(HWND hWnd) {
@@ -148,6 +152,14 @@ CString CWnd::GetWindowText() const {
     return record != nullptr ? record->text : CString();
 }
 
+void CWnd::SetFont(const CFont* font, bool redraw) {
+    SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? 1 : 0);
+}
+
+const CFont* CWnd::GetFont() {
+    return reinterpret_cast<const CFont*>(SendMessage(WM_GETFONT));
+}
+
 void CWnd::Invalidate(bool erase) {
     InvalidateRect(GetClientRect(), erase);
 }
@@ -190,137 +202,6 @@ UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT period) {
 
 bool CWnd::KillTimer(UINT_PTR id) {
     return m_hWnd && Desktop::Get().KillTimer(m_hWnd, id);
-}
-
-const MessageMap& CWnd::ClassMessageMap() {
-    static constexpr MessageMap kMap;
-    return kMap;
-}
-
-const MessageMap& CWnd::GetMessageMap() const {
-    return ClassMessageMap();
-}
-
-LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    LRESULT result = 0;
-    // The object may be gone when a handler has run, so nothing of it is touched then.
-    return OnWndMsg(message, wParam, lParam, result) ? result : DefWindowProc(message, wParam, lParam);
-}
-
-bool CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    const HWND self = m_hWnd;
-    if (message == WM_COMMAND) {
-        return RouteCommand(wParam, lParam) || !FromHandle(self);
-    }
-    for (const MessageMap* map = &GetMessageMap(); map != nullptr; map = map->base) {
-        for (const MessageMapEntry& entry : map->entries) {
-            if (entry.message == message) {
-                bool handled = false;
-                result = entry.handler(*this, wParam, lParam, handled);
-                return handled || FromHandle(self) != this;
-            }
-        }
-    }
-    return false;
-}
-
-/// A control's notification goes back to the control first; what it does not handle is its parent's.
-bool CWnd::RouteCommand(WPARAM wParam, LPARAM lParam) {
-    const HWND self = m_hWnd;
-    const UINT id = LoWord(wParam);
-    const UINT code = HiWord(wParam);
-    if (CWnd* control = signature::WindowOf(static_cast<std::uint64_t>(lParam))) {
-        LRESULT result = 0;
-        if (code == BN_CLICKED && control->OnWndMsg(OCM_COMMAND, wParam, lParam, result)) {
-            return true;
-        }
-        if (FromHandle(self) != this) {
-            return true;
-        }
-    }
-    for (const MessageMap* map = &GetMessageMap(); map != nullptr; map = map->base) {
-        for (const MessageMapEntry& entry : map->entries) {
-            if (entry.message == WM_COMMAND && entry.id == id && entry.code == code) {
-                bool handled = false;
-                entry.handler(*this, wParam, lParam, handled);
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_PAINT:
-            OnPaintDefault();
-            return 0;
-        case WM_CLOSE:
-            DestroyWindow();
-            return 0;
-        case WM_SETCURSOR:
-            return OnSetCursorDefault();
-        case WM_MOUSEWHEEL:
-            return OnMouseWheelDefault(wParam, lParam);
-        case WM_CTLCOLORBTN:
-            return OnCtlColorDefault(wParam, lParam);
-        case WM_DRAWITEM:
-            OnDrawItemDefault(reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
-            return TRUE;
-        default:
-            return 0;
-    }
-}
-
-void CWnd::OnPaintDefault() {
-    const CPaintDC dc(this);
-}
-
-LRESULT CWnd::OnSetCursorDefault() {
-    Desktop& desktop = Desktop::Get();
-    if (const WindowRecord* record = desktop.Find(m_hWnd)) {
-        desktop.SetCursor(record->windowClass->cursor);
-    }
-    return TRUE;
-}
-
-/// A wheel that nobody wanted goes on to the parent of a child, but never to an owner: that may send it back.
-LRESULT CWnd::OnMouseWheelDefault(WPARAM wParam, LPARAM lParam) {
-    Desktop& desktop = Desktop::Get();
-    const WindowRecord* record = desktop.Find(m_hWnd);
-    return record != nullptr && record->IsChild() ? desktop.SendMessage(record->parent, WM_MOUSEWHEEL, wParam, lParam)
-                                                  : 0;
-}
-
-LRESULT CWnd::OnCtlColorDefault(WPARAM wParam, LPARAM lParam) {
-    LRESULT result = 0;
-    CWnd* control = signature::WindowOf(static_cast<std::uint64_t>(lParam));
-    return control != nullptr && control->OnWndMsg(OCM_CTLCOLOR, wParam, lParam, result) ? result : 0;
-}
-
-void CWnd::OnDrawItemDefault(DRAWITEMSTRUCT* item) {
-    if (CWnd* control = FromHandle(item->hwndItem)) {
-        control->DrawItem(item);
-    }
-}
-
-void CWnd::PreSubclassWindow() {}
-
-void CWnd::PostNcDestroy() {}
-
-bool CWnd::PreTranslateMessage(MSG& /*message*/) {
-    return false;
-}
-
-void CWnd::DrawItem(DRAWITEMSTRUCT* /*lpDrawItemStruct*/) {}
-
-CWnd* CWnd::GetFirstFocus() {
-    return nullptr;
-}
-
-LRESULT CWnd::Default() {
-    const MSG& current = Desktop::Get().CurrentMessage();
-    return DefWindowProc(current.message, current.wParam, current.lParam);
 }
 
 }  // namespace veldan

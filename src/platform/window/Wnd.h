@@ -4,8 +4,11 @@
 #include "platform/window/MessageMap.h"
 #include "platform/window/Styles.h"
 
+#include <memory>
+
 namespace veldan {
 
+class CFont;
 class Desktop;
 
 /// A window as an object: creation, the operations on it, and its message handlers through a table.
@@ -29,6 +32,12 @@ public:
     bool CreateEx(UINT exStyle, const WindowClass& windowClass, const CString& text, UINT style, const CRect& rect,
                   HWND owner, UINT id);
     virtual bool DestroyWindow();
+    /// SubclassWindow for the child of a window that has this id.
+    bool SubclassDlgItem(UINT id, const CWnd* parent);
+    /// Takes a window over from the object that it has now, which is left without one and goes on to belong to its
+    /// owner. The window keeps its text, styles and font; what the other object knew beside those is lost, so take it
+    /// over while it is fresh. Runs PreSubclassWindow. False if this object has a window, or that one is gone.
+    bool SubclassWindow(HWND hWnd);
 
     [[nodiscard]] HWND GetSafeHwnd() const { return m_hWnd; }
     /// The object attached to a handle, or null.
@@ -71,6 +80,10 @@ public:
     [[nodiscard]] UINT GetStyle() const;
     void SetWindowText(const CString& text);
     [[nodiscard]] CString GetWindowText() const;
+    /// Gives the window a font for its text, by WM_SETFONT. Null: the system font.
+    void SetFont(const CFont* font, bool redraw = true);
+    /// The window's copy of its font, by WM_GETFONT, or null for the system font. Good until the next SetFont.
+    [[nodiscard]] const CFont* GetFont();
 
     // Painting.
 
@@ -111,8 +124,12 @@ protected:
     /// Sees a retrieved message of this window or of one of its children before it is dispatched, and may change it.
     /// True: the message is done with.
     virtual bool PreTranslateMessage(MSG& message);
-    /// Draws an owner-drawn control; reached through the parent.
+    /// Draws an item of this owner-drawn control; reached through the parent, which has no handler for it.
     virtual void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct);
+    /// Gives the size of an item of this owner-drawn control; reached in the same way.
+    virtual void MeasureItem(MEASUREITEMSTRUCT* lpMeasureItemStruct);
+    /// The default for OnCtlColors: asks the control itself, through OCM_CTLCOLOR. To be called from such a handler.
+    HBRUSH OnCtlColor(CDC* dc, CWnd* control, UINT kind);
     /// The child that gets the focus when this window receives it and remembers none; null: the window keeps it.
     [[nodiscard]] virtual CWnd* GetFirstFocus();
 
@@ -120,15 +137,20 @@ protected:
     LRESULT Default();
 
 private:
-    bool RouteCommand(WPARAM wParam, LPARAM lParam);
     bool OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool RouteCommand(WPARAM wParam, LPARAM lParam);
+    bool CallEntry(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool Reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool CallOverridable(UINT message, LPARAM lParam);
     LRESULT OnMouseWheelDefault(WPARAM wParam, LPARAM lParam);
     void OnPaintDefault();
     LRESULT OnSetCursorDefault();
-    LRESULT OnCtlColorDefault(WPARAM wParam, LPARAM lParam);
-    void OnDrawItemDefault(DRAWITEMSTRUCT* item);
+    void OnSetFontDefault(const CFont* font, bool redraw);
+    static LRESULT ReflectColors(UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT ReflectItem(UINT message, HWND control, WPARAM wParam, LPARAM lParam);
 
     HWND m_hWnd;
+    std::unique_ptr<CFont> m_pFont;  // null: the system font
 };
 
 }  // namespace veldan
