@@ -31,7 +31,9 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(X11Atom::Count)>
 
 xcb_screen_t* ScreenAt(const xcb_setup_t* setup, int number) {
     auto it = xcb_setup_roots_iterator(setup);
-    while (number-- > 0 && it.rem > 1) xcb_screen_next(&it);
+    while (number-- > 0 && it.rem > 1) {
+        xcb_screen_next(&it);
+    }
     return it.rem > 0 ? it.data : nullptr;
 }
 
@@ -39,9 +41,13 @@ xcb_screen_t* ScreenAt(const xcb_setup_t* setup, int number) {
 bool TakesOurPixels(const xcb_setup_t* setup, std::uint8_t depth) {
     const auto order =
         std::endian::native == std::endian::little ? XCB_IMAGE_ORDER_LSB_FIRST : XCB_IMAGE_ORDER_MSB_FIRST;
-    if (setup->image_byte_order != order) return false;
+    if (setup->image_byte_order != order) {
+        return false;
+    }
     for (auto it = xcb_setup_pixmap_formats_iterator(setup); it.rem > 0; xcb_format_next(&it)) {
-        if (it.data->depth == depth) return it.data->bits_per_pixel == 32 && it.data->scanline_pad == 32;
+        if (it.data->depth == depth) {
+            return it.data->bits_per_pixel == 32 && it.data->scanline_pad == 32;
+        }
     }
     return false;
 }
@@ -55,10 +61,14 @@ bool HasOurColours(const xcb_visualtype_t& visual) {
 xcb_visualid_t VisualOf(const xcb_screen_t* screen, std::uint8_t depth) {
     xcb_visualid_t best = 0;
     for (auto it = xcb_screen_allowed_depths_iterator(screen); it.rem > 0; xcb_depth_next(&it)) {
-        if (it.data->depth != depth) continue;
+        if (it.data->depth != depth) {
+            continue;
+        }
         for (auto visual = xcb_depth_visuals_iterator(it.data); visual.rem > 0; xcb_visualtype_next(&visual)) {
             const xcb_visualid_t id = visual.data->visual_id;
-            if (HasOurColours(*visual.data) && (best == 0 || id == screen->root_visual)) best = id;
+            if (HasOurColours(*visual.data) && (best == 0 || id == screen->root_visual)) {
+                best = id;
+            }
         }
     }
     return best;
@@ -82,18 +92,18 @@ std::unique_ptr<X11Connection> X11Connection::Open(const char* displayName) {
     xcb_connection_t* connection = xcb_connect(displayName, &number);
     xcb_screen_t* screen =
         xcb_connection_has_error(connection) == 0 ? ScreenAt(xcb_get_setup(connection), number) : nullptr;
-    if (!screen) {
+    if (screen == nullptr) {
         xcb_disconnect(connection);
         return nullptr;
     }
     std::unique_ptr<X11Connection> opened(new X11Connection(connection, number, screen));
-    opened->AskWhatThereIs();
-    opened->AskVersions();
+    opened->QueryExtensions();
+    opened->QueryVersions();
     return opened->ChooseVisual() && opened->IsAlive() ? std::move(opened) : nullptr;
 }
 
 X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber, xcb_screen_t* screen)
-    : m_connection(connection), m_screenNumber(screenNumber), m_screen(screen) {}
+    : m_connection(connection), m_nScreen(screenNumber), m_screen(screen) {}
 
 X11Connection::~X11Connection() {
     xcb_disconnect(m_connection);
@@ -106,14 +116,16 @@ X11Owned<xcb_generic_error_t> X11Connection::Check(xcb_void_cookie_t cookie) {
 
 bool X11Connection::ChooseVisual() {
     const std::uint8_t asRoot = m_screen->root_depth;
-    return m_isComposited ? UseDepth(32) || UseDepth(asRoot) : UseDepth(asRoot) || UseDepth(32);
+    return m_bComposited ? UseDepth(32) || UseDepth(asRoot) : UseDepth(asRoot) || UseDepth(32);
 }
 
 // False where the server's pictures of that depth don't suit.
 bool X11Connection::UseDepth(std::uint8_t depth) {
     const xcb_visualid_t visual = VisualOf(m_screen, depth);
-    if (visual == 0 || !TakesOurPixels(xcb_get_setup(m_connection), depth)) return false;
-    m_depth = depth;
+    if (visual == 0 || !TakesOurPixels(xcb_get_setup(m_connection), depth)) {
+        return false;
+    }
+    m_nDepth = depth;
     m_visual = visual;
     m_colormap = m_screen->default_colormap;
     if (visual != m_screen->root_visual) {
@@ -123,7 +135,7 @@ bool X11Connection::UseDepth(std::uint8_t depth) {
     return true;
 }
 
-void X11Connection::AskWhatThereIs() {
+void X11Connection::QueryExtensions() {
     for (xcb_extension_t* extension : {&xcb_shape_id, &xcb_shm_id, &xcb_input_id, &xcb_xkb_id}) {
         xcb_prefetch_extension_data(m_connection, extension);
     }
@@ -133,7 +145,7 @@ void X11Connection::AskWhatThereIs() {
         const auto length = static_cast<std::uint16_t>(kAtomNames[i].size());
         cookies[i] = xcb_intern_atom(m_connection, 0, length, kAtomNames[i].data());
     }
-    const std::string compositor = "_NET_WM_CM_S" + std::to_string(m_screenNumber);
+    const std::string compositor = "_NET_WM_CM_S" + std::to_string(m_nScreen);
     const auto askedCompositor =
         xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(compositor.size()), compositor.data());
     CountWait();
@@ -145,44 +157,46 @@ void X11Connection::AskWhatThereIs() {
     m_compositor = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void X11Connection::AskVersions() {
+void X11Connection::QueryVersions() {
     const auto present = [this](xcb_extension_t* extension) -> const xcb_query_extension_reply_t* {
         const auto* data = xcb_get_extension_data(m_connection, extension);
-        return data && data->present ? data : nullptr;
+        return data != nullptr && data->present ? data : nullptr;
     };
     const auto* shape = present(&xcb_shape_id);
     const auto* memory = IsLocal(xcb_get_file_descriptor(m_connection)) ? present(&xcb_shm_id) : nullptr;
     const auto* input = present(&xcb_input_id);
     const auto* keyboard = present(&xcb_xkb_id);
 
-    const auto askedShape = shape ? xcb_shape_query_version(m_connection) : xcb_shape_query_version_cookie_t{};
-    const auto askedMemory = memory ? xcb_shm_query_version(m_connection) : xcb_shm_query_version_cookie_t{};
+    const auto askedShape =
+        shape != nullptr ? xcb_shape_query_version(m_connection) : xcb_shape_query_version_cookie_t{};
+    const auto askedMemory = memory != nullptr ? xcb_shm_query_version(m_connection) : xcb_shm_query_version_cookie_t{};
     const auto askedInput =
-        input ? xcb_input_xi_query_version(m_connection, 2, 2) : xcb_input_xi_query_version_cookie_t{};
-    const auto askedKeyboard = keyboard ? xcb_xkb_use_extension(m_connection, 1, 0) : xcb_xkb_use_extension_cookie_t{};
+        input != nullptr ? xcb_input_xi_query_version(m_connection, 2, 2) : xcb_input_xi_query_version_cookie_t{};
+    const auto askedKeyboard =
+        keyboard != nullptr ? xcb_xkb_use_extension(m_connection, 1, 0) : xcb_xkb_use_extension_cookie_t{};
     const auto askedCompositor = xcb_get_selection_owner(m_connection, m_compositor);
     CountWait();
     const auto compositor = Take<&xcb_get_selection_owner_reply>(askedCompositor);
-    m_isComposited = compositor && compositor->owner != XCB_NONE;
-    if (shape) {
+    m_bComposited = compositor && compositor->owner != XCB_NONE;
+    if (shape != nullptr) {
         const auto reply = Take<&xcb_shape_query_version_reply>(askedShape);
         m_features.inputShapes = reply && IsAtLeast(reply->major_version, reply->minor_version, 1, 1);
     }
-    if (memory) {
+    if (memory != nullptr) {
         const auto reply = Take<&xcb_shm_query_version_reply>(askedMemory);
         m_features.sharedMemory = reply && IsAtLeast(reply->major_version, reply->minor_version, 1, 2);
-        m_features.sharedPixmaps =
-            m_features.sharedMemory && reply->shared_pixmaps && reply->pixmap_format == XCB_IMAGE_FORMAT_Z_PIXMAP;
+        m_features.sharedPixmaps = m_features.sharedMemory && (reply->shared_pixmaps != 0u) &&
+                                   reply->pixmap_format == XCB_IMAGE_FORMAT_Z_PIXMAP;
         m_features.sharedMemoryEvent = memory->first_event;
     }
-    if (input) {
+    if (input != nullptr) {
         const auto reply = Take<&xcb_input_xi_query_version_reply>(askedInput);
         m_features.rawPresses = reply && IsAtLeast(reply->major_version, reply->minor_version, 2, 1);
         m_features.inputOpcode = input->major_opcode;
     }
-    if (keyboard) {
+    if (keyboard != nullptr) {
         const auto reply = Take<&xcb_xkb_use_extension_reply>(askedKeyboard);
-        m_features.keyboardMap = reply && reply->supported;
+        m_features.keyboardMap = reply && (reply->supported != 0u);
         m_features.keyboardEvent = keyboard->first_event;
     }
 }

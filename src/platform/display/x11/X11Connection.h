@@ -65,7 +65,7 @@ public:
     /// What all own windows are made with: as the root, since the server keeps a second copy of the pixels of windows
     /// of another depth and composes them for itself; but 32 bits with alpha, where the server has that, under a
     /// compositor, which has all windows apart anyway and takes such a one as it is, without a shadow round it.
-    [[nodiscard]] std::uint8_t Depth() const { return m_depth; }
+    [[nodiscard]] std::uint8_t Depth() const { return m_nDepth; }
     [[nodiscard]] xcb_visualid_t Visual() const { return m_visual; }
     [[nodiscard]] xcb_colormap_t Colormap() const { return m_colormap; }
 
@@ -78,8 +78,8 @@ public:
     }
     /// The error of a checked request, null where it went well.
     [[nodiscard]] X11Owned<xcb_generic_error_t> Check(xcb_void_cookie_t cookie);
-    void CountWait() { ++m_roundTrips; }
-    [[nodiscard]] std::uint64_t RoundTrips() const { return m_roundTrips; }
+    void CountWait() { ++m_nRoundTrips; }
+    [[nodiscard]] std::uint64_t RoundTrips() const { return m_nRoundTrips; }
 
 private:
     X11Connection(xcb_connection_t* connection, int screenNumber, xcb_screen_t* screen);
@@ -93,20 +93,20 @@ private:
     }
     bool ChooseVisual();
     bool UseDepth(std::uint8_t depth);
-    void AskWhatThereIs();
-    void AskVersions();
+    void QueryExtensions();
+    void QueryVersions();
 
     xcb_connection_t* m_connection;
-    int m_screenNumber;
+    int m_nScreen;
     xcb_screen_t* m_screen;
     xcb_atom_t m_compositor = 0;  // the selection that one owns
-    bool m_isComposited = false;
+    bool m_bComposited = false;
     X11Features m_features;
     std::array<xcb_atom_t, static_cast<std::size_t>(X11Atom::Count)> m_atoms{};
-    std::uint8_t m_depth = 0;
+    std::uint8_t m_nDepth = 0;
     xcb_visualid_t m_visual = 0;
     xcb_colormap_t m_colormap = 0;
-    std::uint64_t m_roundTrips = 0;
+    std::uint64_t m_nRoundTrips = 0;
 };
 
 }  // namespace veldan

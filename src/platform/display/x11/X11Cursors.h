@@ -23,7 +23,7 @@ public:
 private:
     X11Connection& m_connection;
     xcb_cursor_context_t* m_context = nullptr;
-    bool m_triedContext = false;
+    bool m_bTriedContext = false;
     std::array<xcb_cursor_t, 4> m_cursors{};
 };
 

@@ -11,9 +11,13 @@ namespace veldan {
 std::unique_ptr<Display> CreateX11Display(const char* displayName) {
     const X11PipeGuard guard;
     const X11Probe probe(displayName);
-    if (!probe.IsServerWilling()) return nullptr;
+    if (!probe.CanConnect()) {
+        return nullptr;
+    }
     auto connection = X11Connection::Open(displayName);
-    if (!connection) return nullptr;
+    if (!connection) {
+        return nullptr;
+    }
     const bool useRawPresses = connection->Features().rawPresses;
     return std::make_unique<X11Display>(std::move(connection), std::make_unique<SteadyClock>(), useRawPresses);
 }
@@ -45,17 +49,23 @@ X11TopLevel* X11Display::Living(TopLevelId id) const {
 }
 
 void X11Display::CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, const CRect& rect) {
-    if (!IsAlive() || m_windows.Find(id)) return;
+    if (!IsAlive() || m_windows.Find(id) != nullptr) {
+        return;
+    }
     const X11PipeGuard guard;
     auto topLevel = std::make_unique<X11TopLevel>(*m_connection, id, traits, rect);
-    if (const X11TopLevel* owner = m_windows.Find(traits.owner)) topLevel->SetOwner(owner->Window());
+    if (const X11TopLevel* owner = m_windows.Find(traits.owner)) {
+        topLevel->SetOwner(owner->Window());
+    }
     m_windows.Add(std::move(topLevel));
 }
 
 void X11Display::DestroyTopLevel(TopLevelId id) {
     const X11PipeGuard guard;
     const X11TopLevel* topLevel = m_windows.Find(id);
-    if (!topLevel) return;
+    if (topLevel == nullptr) {
+        return;
+    }
     OnHidden(*topLevel);
     m_windows.Remove(id);
     m_outside.SetActive(m_windows.IsAnyVisible());
@@ -63,18 +73,24 @@ void X11Display::DestroyTopLevel(TopLevelId id) {
 
 void X11Display::SetTitle(TopLevelId id, const std::string& title) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) topLevel->SetTitle(title);
+    if (X11TopLevel* topLevel = Living(id)) {
+        topLevel->SetTitle(title);
+    }
 }
 
 void X11Display::SetRect(TopLevelId id, const CRect& rect) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) topLevel->SetRect(rect);
+    if (X11TopLevel* topLevel = Living(id)) {
+        topLevel->SetRect(rect);
+    }
 }
 
 void X11Display::SetVisible(TopLevelId id, bool visible) {
     const X11PipeGuard guard;
     X11TopLevel* topLevel = Living(id);
-    if (!topLevel || topLevel->IsVisible() == visible) return;
+    if (topLevel == nullptr || topLevel->IsVisible() == visible) {
+        return;
+    }
     topLevel->SetVisible(visible);
     if (visible) {
         m_focus.OnShow(*topLevel);
@@ -88,15 +104,19 @@ void X11Display::SetVisible(TopLevelId id, bool visible) {
 
 void X11Display::OnHidden(const X11TopLevel& topLevel) {
     m_focus.OnHide(topLevel);
-    if (m_pointerIn != topLevel.Id()) return;
+    if (m_pointerIn != topLevel.Id()) {
+        return;
+    }
     m_pointerIn = 0;
-    m_left = m_lastPointer;
+    m_ptLeft = m_ptLast;
 }
 
 void X11Display::Restack(TopLevelId id, StackPlace place, TopLevelId sibling) {
     const X11PipeGuard guard;
     X11TopLevel* topLevel = Living(id);
-    if (!topLevel) return;
+    if (topLevel == nullptr) {
+        return;
+    }
     if (place == StackPlace::Below) {
         if (const X11TopLevel* above = m_windows.Find(sibling)) {
             topLevel->Restack(XCB_STACK_MODE_BELOW, above->Outermost());
@@ -108,12 +128,16 @@ void X11Display::Restack(TopLevelId id, StackPlace place, TopLevelId sibling) {
 
 void X11Display::TakeFocus(TopLevelId id) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) m_focus.Take(*topLevel);
+    if (X11TopLevel* topLevel = Living(id)) {
+        m_focus.Take(*topLevel);
+    }
 }
 
 void X11Display::GiveBackFocus() {
     const X11PipeGuard guard;
-    if (!IsAlive()) return;
+    if (!IsAlive()) {
+        return;
+    }
     m_focus.EndStrayLosses();
     // The latest news of the focus mostly answer the question who has it.
     ReadEvents();
@@ -123,30 +147,38 @@ void X11Display::GiveBackFocus() {
 std::shared_ptr<Surface> X11Display::MakeSurface(TopLevelId id, CSize size) {
     const X11PipeGuard guard;
     X11TopLevel* topLevel = Living(id);
-    std::shared_ptr<Surface> surface = topLevel ? topLevel->MakeSurface(m_upload, size) : nullptr;
+    std::shared_ptr<Surface> surface = topLevel != nullptr ? topLevel->MakeSurface(m_upload, size) : nullptr;
     return surface ? surface : Display::MakeSurface(id, size);
 }
 
 void X11Display::Present(TopLevelId id, const Surface& pixels, const Region& dirty) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) topLevel->Present(m_upload, pixels, dirty);
+    if (X11TopLevel* topLevel = Living(id)) {
+        topLevel->Present(m_upload, pixels, dirty);
+    }
 }
 
 void X11Display::SetCursor(TopLevelId id, CursorShape shape) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) topLevel->SetCursor(m_cursors.Get(shape));
+    if (X11TopLevel* topLevel = Living(id)) {
+        topLevel->SetCursor(m_cursors.Get(shape));
+    }
 }
 
 CPoint X11Display::QueryPointer() {
     const X11PipeGuard guard;
-    if (!IsAlive()) return m_lastPointer;
+    if (!IsAlive()) {
+        return m_ptLast;
+    }
     const auto reply =
         m_connection->Ask<&xcb_query_pointer_reply>(xcb_query_pointer(m_connection->Get(), m_connection->Root()));
-    return reply ? CPoint{reply->root_x, reply->root_y} : m_lastPointer;
+    return reply ? CPoint{reply->root_x, reply->root_y} : m_ptLast;
 }
 
 void X11Display::ReleaseGrab() {
-    if (!std::exchange(m_isButtonHeld, false) || !IsAlive()) return;
+    if (!std::exchange(m_bButtonHeld, false) || !IsAlive()) {
+        return;
+    }
     const X11PipeGuard guard;
     xcb_ungrab_pointer(m_connection->Get(), XCB_CURRENT_TIME);
     xcb_flush(m_connection->Get());
@@ -158,7 +190,9 @@ int X11Display::Descriptor() const {
 
 void X11Display::Flush() {
     const X11PipeGuard guard;
-    if (IsAlive()) xcb_flush(m_connection->Get());
+    if (IsAlive()) {
+        xcb_flush(m_connection->Get());
+    }
 }
 
 void X11Display::Sync() {

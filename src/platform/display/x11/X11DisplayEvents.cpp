@@ -29,7 +29,9 @@ UINT FlagsOf(std::uint16_t state) {
         {XCB_KEY_BUT_MASK_CONTROL, MK_CONTROL},
     };
     UINT flags = 0;
-    for (const auto& [mask, flag] : kFlags) flags |= (state & mask) != 0 ? flag : 0U;
+    for (const auto& [mask, flag] : kFlags) {
+        flags |= (state & mask) != 0 ? flag : 0U;
+    }
     return flags;
 }
 
@@ -52,23 +54,33 @@ UINT FlagOf(xcb_button_t button) {
 }  // namespace
 
 bool X11Display::NextEvent(DisplayEvent& event) {
-    if (m_events.empty()) ReadEvents();
-    if (m_events.empty()) return false;
+    if (m_events.empty()) {
+        ReadEvents();
+    }
+    if (m_events.empty()) {
+        return false;
+    }
     event = std::move(m_events.front());
     m_events.pop_front();
     return true;
 }
 
 void X11Display::ReadEvents() {
-    if (m_isLossTold) return;
+    if (m_bLossTold) {
+        return;
+    }
     const X11PipeGuard guard;
     const auto next = [this] { return X11Owned<xcb_generic_event_t>(xcb_poll_for_event(m_connection->Get())); };
     do {
-        while (const auto event = next()) Translate(*event);
+        while (const auto event = next()) {
+            Translate(*event);
+        }
     } while (Settle());
     xcb_flush(m_connection->Get());
-    if (IsAlive()) return;
-    m_isLossTold = true;
+    if (IsAlive()) {
+        return;
+    }
+    m_bLossTold = true;
     m_events.push_back({.kind = DisplayEventKind::Lost});
 }
 
@@ -119,7 +131,7 @@ void X11Display::Translate(const xcb_generic_event_t& event) {
         case XCB_CLIENT_MESSAGE:
             return OnClientMessage(As<xcb_client_message_event_t>(event));
         case XCB_MAPPING_NOTIFY:
-            return m_keyboard.ForgetMap();
+            return m_keyboard.DropKeymap();
         default:
             return TranslateExtension(event);
     }
@@ -131,14 +143,18 @@ void X11Display::TranslateExtension(const xcb_generic_event_t& event) {
     const int type = event.response_type & 0x7f;
     if (type == XCB_GE_GENERIC) {
         const auto& generic = As<xcb_ge_generic_event_t>(event);
-        if (generic.extension != features.inputOpcode || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
-        if (m_outside.OnRawPress(generic, m_pointerIn != 0)) m_focus.EndStrayLosses();
+        if (generic.extension != features.inputOpcode || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) {
+            return;
+        }
+        if (m_outside.OnRawPress(generic, m_pointerIn != 0)) {
+            m_focus.EndStrayLosses();
+        }
         PushOutside();
     } else if (features.sharedMemory && type == features.sharedMemoryEvent + XCB_SHM_COMPLETION) {
         m_upload.OnCompletion(As<xcb_shm_completion_event_t>(event));
     } else if (features.keyboardMap && type == features.keyboardEvent) {
         // The second byte of a keyboard event is its kind; only kinds that tell of a new map are selected.
-        m_keyboard.ForgetMap();
+        m_keyboard.DropKeymap();
     }
 }
 
@@ -151,32 +167,40 @@ void X11Display::OnMotion(const xcb_motion_notify_event_t& event) {
 
 void X11Display::OnEnter(const xcb_enter_notify_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel) return;
-    m_left.reset();
+    if (topLevel == nullptr) {
+        return;
+    }
+    m_ptLeft.reset();
     m_pointerIn = topLevel->Id();
     PushMove(topLevel->Id(), ScreenPoint(event), FlagsOf(event.state));
 }
 
 void X11Display::OnLeave(const xcb_leave_notify_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel || topLevel->Id() != m_pointerIn) return;
+    if (topLevel == nullptr || topLevel->Id() != m_pointerIn) {
+        return;
+    }
     m_pointerIn = 0;
-    m_left = m_lastPointer = ScreenPoint(event);
+    m_ptLeft = m_ptLast = ScreenPoint(event);
 }
 
 void X11Display::OnPress(const xcb_button_press_event_t& event) {
     m_focus.EndStrayLosses();
-    if (m_outside.OnPress(event)) return PushOutside();
+    if (m_outside.OnPress(event)) {
+        return PushOutside();
+    }
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel) return;
-    m_isButtonHeld = true;
+    if (topLevel == nullptr) {
+        return;
+    }
+    m_bButtonHeld = true;
     if (event.detail > 5) {
-        m_sideButtons |= SideButton(event.detail);
+        m_uSideButtons |= SideButton(event.detail);
         return;
     }
     PushLeave();
-    m_lastPointer = ScreenPoint(event);
-    DisplayEvent press{.window = topLevel->Id(), .screen = m_lastPointer, .flags = FlagsOf(event.state)};
+    m_ptLast = ScreenPoint(event);
+    DisplayEvent press{.window = topLevel->Id(), .screen = m_ptLast, .flags = FlagsOf(event.state)};
     if (event.detail >= 4) {
         press.kind = DisplayEventKind::Wheel;
         press.delta = event.detail == 4 ? kWheelStep : -kWheelStep;
@@ -190,23 +214,27 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
 
 void X11Display::OnRelease(const xcb_button_release_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    m_sideButtons &= ~SideButton(event.detail);
-    if (!topLevel || event.detail > 3) return;
+    m_uSideButtons &= ~SideButton(event.detail);
+    if (topLevel == nullptr || event.detail > 3) {
+        return;
+    }
     constexpr UINT kButtons = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
     const UINT flags = FlagsOf(event.state) & ~FlagOf(event.detail);
-    m_isButtonHeld = (flags & kButtons) != 0 || m_sideButtons != 0;
+    m_bButtonHeld = (flags & kButtons) != 0 || m_uSideButtons != 0;
     PushLeave();
-    m_lastPointer = ScreenPoint(event);
+    m_ptLast = ScreenPoint(event);
     m_events.push_back({.kind = DisplayEventKind::ButtonRelease,
                         .window = topLevel->Id(),
-                        .screen = m_lastPointer,
+                        .screen = m_ptLast,
                         .button = event.detail,
                         .flags = flags});
 }
 
 void X11Display::OnKey(const xcb_key_press_event_t& event, bool isPress) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel) return;
+    if (topLevel == nullptr) {
+        return;
+    }
     DisplayEvent key{.kind = isPress ? DisplayEventKind::KeyPress : DisplayEventKind::KeyRelease,
                      .window = topLevel->Id(),
                      .screen = ScreenPoint(event),
@@ -224,10 +252,16 @@ void X11Display::OnKey(const xcb_key_press_event_t& event, bool isPress) {
 void X11Display::OnFocus(const xcb_focus_in_event_t& event, bool isIn) {
     // A grab of the keyboard by another program takes it away for a while only, and keys that come because the pointer
     // is in the window don't make it the focus.
-    if (event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB) return;
-    if (event.detail == XCB_NOTIFY_DETAIL_POINTER) return;
+    if (event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB) {
+        return;
+    }
+    if (event.detail == XCB_NOTIFY_DETAIL_POINTER) {
+        return;
+    }
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
-    if (!topLevel) return;
+    if (topLevel == nullptr) {
+        return;
+    }
     if (isIn) {
         m_focus.OnFocusIn(*topLevel);
     } else {
@@ -245,20 +279,26 @@ void X11Display::OnConfigure(const xcb_configure_notify_event_t& event, std::uin
 
 void X11Display::OnClientMessage(const xcb_client_message_event_t& event) {
     const X11TopLevel* topLevel = m_windows.FindWindow(event.window);
-    if (!topLevel || event.type != m_connection->Atom(X11Atom::WmProtocols)) return;
-    if (event.data.data32[0] != m_connection->Atom(X11Atom::WmDeleteWindow)) return;
+    if (topLevel == nullptr || event.type != m_connection->Atom(X11Atom::WmProtocols)) {
+        return;
+    }
+    if (event.data.data32[0] != m_connection->Atom(X11Atom::WmDeleteWindow)) {
+        return;
+    }
     m_events.push_back({.kind = DisplayEventKind::CloseRequest, .window = topLevel->Id()});
 }
 
 void X11Display::PushMove(TopLevelId window, CPoint screen, UINT flags) {
-    m_lastPointer = screen;
+    m_ptLast = screen;
     // Only where the pointer is now counts.
-    if (!m_events.empty() && m_events.back().kind == DisplayEventKind::PointerMove) m_events.pop_back();
+    if (!m_events.empty() && m_events.back().kind == DisplayEventKind::PointerMove) {
+        m_events.pop_back();
+    }
     m_events.push_back({.kind = DisplayEventKind::PointerMove, .window = window, .screen = screen, .flags = flags});
 }
 
 void X11Display::PushLeave() {
-    if (const auto left = std::exchange(m_left, std::nullopt)) {
+    if (const auto left = std::exchange(m_ptLeft, std::nullopt)) {
         m_events.push_back({.kind = DisplayEventKind::PointerLeave, .screen = *left});
     }
 }
@@ -272,7 +312,9 @@ void X11Display::PushOutside() {
 
 void X11Display::PushFocus() {
     const auto focus = m_focus.Settle();
-    if (!focus) return;
+    if (!focus) {
+        return;
+    }
     m_keyboard.EndSequence();
     m_events.push_back(
         {.kind = *focus != 0 ? DisplayEventKind::FocusIn : DisplayEventKind::FocusOut, .window = *focus});

@@ -90,12 +90,12 @@ private:
     CSize m_screen;
     std::deque<DisplayEvent> m_events;
     TopLevelId m_pointerIn = 0;
-    CPoint m_lastPointer;
+    CPoint m_ptLast;
     std::optional<CPoint>
-        m_left;  // where the pointer left an own window, until it is known whether it came into another
-    bool m_isButtonHeld = false;      // pressed in an own window, which then grabs the pointer until the release
-    std::uint32_t m_sideButtons = 0;  // those of them that are held
-    bool m_isLossTold = false;
+        m_ptLeft;                // where the pointer left an own window, until it is known whether it came into another
+    bool m_bButtonHeld = false;  // pressed in an own window, which then grabs the pointer until the release
+    std::uint32_t m_uSideButtons = 0;  // those of them that are held
+    bool m_bLossTold = false;
 };
 
 }  // namespace veldan

@@ -34,9 +34,9 @@ public:
 
 private:
     void Set(xcb_window_t window);
-    void LearnWhoHadIt();
+    void UpdatePrevious();
     bool RetakeStrayLoss();
-    void AskWhoHasIt();
+    void QueryFocus();
 
     X11Connection& m_connection;
     const X11Windows& m_windows;
@@ -45,11 +45,11 @@ private:
     TopLevelId m_told = 0;     // what Settle gave last
     TopLevelId m_wanted = 0;   // takes the focus when the server has mapped it
     TopLevelId m_ordered = 0;  // the own window that the last order gave it to
-    bool m_hasNews = false;
+    bool m_bHasNews = false;
     std::optional<xcb_get_input_focus_cookie_t> m_asked;
-    xcb_window_t m_before = 0;
+    xcb_window_t m_previous = 0;
     TopLevelId m_shown = 0;  // the window shown last, until the person has pressed anything
-    std::int64_t m_shownAt = 0;
+    std::int64_t m_nShownAt = 0;
 };
 
 }  // namespace veldan

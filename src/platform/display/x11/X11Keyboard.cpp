@@ -47,7 +47,9 @@ void KeepQuiet(xkb_context*, xkb_log_level, const char*, va_list) {}
 const char* LocaleName() {
     for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
         const char* value = std::getenv(variable);
-        if (value && *value) return value;
+        if (value != nullptr && *value) {
+            return value;
+        }
     }
     return "C";
 }
@@ -63,7 +65,9 @@ bool IsControl(const std::string& text) {
 }  // namespace
 
 X11Keyboard::X11Keyboard(X11Connection& connection) : m_connection(connection) {
-    if (!m_connection.Features().keyboardMap) return;
+    if (!m_connection.Features().keyboardMap) {
+        return;
+    }
     constexpr std::uint16_t kNews = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t kAllParts = 0xff;
     xcb_xkb_select_events(m_connection.Get(), XCB_XKB_ID_USE_CORE_KBD, kNews, 0, kNews, kAllParts, kAllParts, nullptr);
@@ -76,28 +80,38 @@ X11Keyboard::X11Keyboard(X11Connection& connection) : m_connection(connection) {
 X11Keyboard::~X11Keyboard() {
     xkb_compose_state_unref(m_compose);
     xkb_compose_table_unref(m_composeTable);
-    ForgetMap();
+    DropKeymap();
     xkb_context_unref(m_context);
 }
 
-void X11Keyboard::ForgetMap() {
+void X11Keyboard::DropKeymap() {
     xkb_state_unref(m_state);
     xkb_keymap_unref(m_map);
     m_state = nullptr;
     m_map = nullptr;
-    m_triedMap = false;
+    m_bTriedMap = false;
 }
 
 void X11Keyboard::EndSequence() {
-    if (m_compose) xkb_compose_state_reset(m_compose);
+    if (m_compose != nullptr) {
+        xkb_compose_state_reset(m_compose);
+    }
 }
 
 bool X11Keyboard::Load() {
-    if (m_triedMap) return m_state != nullptr;
-    m_triedMap = true;
-    if (!m_connection.Features().keyboardMap) return false;
-    if (!m_context) m_context = xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES);
-    if (!m_context) return false;
+    if (m_bTriedMap) {
+        return m_state != nullptr;
+    }
+    m_bTriedMap = true;
+    if (!m_connection.Features().keyboardMap) {
+        return false;
+    }
+    if (m_context == nullptr) {
+        m_context = xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES);
+    }
+    if (m_context == nullptr) {
+        return false;
+    }
     xkb_context_set_log_fn(m_context, KeepQuiet);
     m_connection.CountWait();
     if (xkb_x11_setup_xkb_extension(m_connection.Get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
@@ -106,23 +120,31 @@ bool X11Keyboard::Load() {
     }
     m_connection.CountWait();
     const std::int32_t device = xkb_x11_get_core_keyboard_device_id(m_connection.Get());
-    if (device < 0) return false;
+    if (device < 0) {
+        return false;
+    }
     m_connection.CountWait();
     m_map = xkb_x11_keymap_new_from_device(m_context, m_connection.Get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS);
-    m_state = m_map ? xkb_state_new(m_map) : nullptr;
+    m_state = m_map != nullptr ? xkb_state_new(m_map) : nullptr;
     return m_state != nullptr;
 }
 
 bool X11Keyboard::LoadCompose() {
-    if (m_triedCompose) return m_compose != nullptr;
-    m_triedCompose = true;
+    if (m_bTriedCompose) {
+        return m_compose != nullptr;
+    }
+    m_bTriedCompose = true;
     m_composeTable = xkb_compose_table_new_from_locale(m_context, LocaleName(), XKB_COMPOSE_COMPILE_NO_FLAGS);
-    if (m_composeTable) m_compose = xkb_compose_state_new(m_composeTable, XKB_COMPOSE_STATE_NO_FLAGS);
+    if (m_composeTable != nullptr) {
+        m_compose = xkb_compose_state_new(m_composeTable, XKB_COMPOSE_STATE_NO_FLAGS);
+    }
     return m_compose != nullptr;
 }
 
 X11Keyboard::Stroke X11Keyboard::Press(xcb_keycode_t code, std::uint16_t state) {
-    if (!Load()) return {};
+    if (!Load()) {
+        return {};
+    }
     const xkb_keysym_t symbol = SymbolOf(code, state);
     return {KeyOf(code, symbol), TextOf(symbol)};
 }
@@ -140,19 +162,27 @@ xkb_keysym_t X11Keyboard::SymbolOf(xcb_keycode_t code, std::uint16_t state) {
 UINT X11Keyboard::KeyOf(xcb_keycode_t code, xkb_keysym_t symbol) const {
     const auto* found = std::find_if(kSymbolKeys.begin(), kSymbolKeys.end(),
                                      [symbol](const SymbolKey& entry) { return entry.symbol == symbol; });
-    if (found != kSymbolKeys.end()) return found->key;
-    if (symbol >= XKB_KEY_F1 && symbol <= XKB_KEY_F12) return VK_F1 + (symbol - XKB_KEY_F1);
+    if (found != kSymbolKeys.end()) {
+        return found->key;
+    }
+    if (symbol >= XKB_KEY_F1 && symbol <= XKB_KEY_F12) {
+        return VK_F1 + (symbol - XKB_KEY_F1);
+    }
     // A character's key is named by what it types without modifiers.
     const xkb_layout_index_t layout = xkb_state_key_get_layout(m_state, code);
     const xkb_keysym_t* plain = nullptr;
-    if (xkb_keymap_key_get_syms_by_level(m_map, code, layout, 0, &plain) != 1) return 0;
-    if (*plain >= XKB_KEY_a && *plain <= XKB_KEY_z) return *plain - XKB_KEY_a + 'A';
+    if (xkb_keymap_key_get_syms_by_level(m_map, code, layout, 0, &plain) != 1) {
+        return 0;
+    }
+    if (*plain >= XKB_KEY_a && *plain <= XKB_KEY_z) {
+        return *plain - XKB_KEY_a + 'A';
+    }
     return *plain >= XKB_KEY_0 && *plain <= XKB_KEY_9 ? *plain : 0;
 }
 
 std::string X11Keyboard::TextOf(xkb_keysym_t symbol) {
     std::array<char, 64> text{};
-    if ((m_compose || BeginsSequence(symbol)) && LoadCompose()) {
+    if ((m_compose != nullptr || BeginsSequence(symbol)) && LoadCompose()) {
         xkb_compose_state_feed(m_compose, symbol);
         switch (xkb_compose_state_get_status(m_compose)) {
             case XKB_COMPOSE_COMPOSED:
@@ -168,7 +198,9 @@ std::string X11Keyboard::TextOf(xkb_keysym_t symbol) {
     // Control and Alt leave a character's symbol as it is, yet type nothing.
     const bool isCommand = xkb_state_mod_names_are_active(m_state, XKB_STATE_MODS_EFFECTIVE, XKB_STATE_MATCH_ANY,
                                                           XKB_MOD_NAME_CTRL, XKB_MOD_NAME_ALT, nullptr) > 0;
-    if (isCommand || xkb_keysym_to_utf8(symbol, text.data(), text.size()) <= 0) return {};
+    if (isCommand || xkb_keysym_to_utf8(symbol, text.data(), text.size()) <= 0) {
+        return {};
+    }
     std::string typed = text.data();
     return IsControl(typed) ? std::string{} : typed;
 }

@@ -30,7 +30,7 @@ public:
     /// Drops a sequence of dead keys that has begun.
     void EndSequence();
     /// The server's map has changed.
-    void ForgetMap();
+    void DropKeymap();
 
 private:
     bool Load();
@@ -45,8 +45,8 @@ private:
     xkb_state* m_state = nullptr;
     xkb_compose_table* m_composeTable = nullptr;
     xkb_compose_state* m_compose = nullptr;
-    bool m_triedMap = false;
-    bool m_triedCompose = false;
+    bool m_bTriedMap = false;
+    bool m_bTriedCompose = false;
 };
 
 }  // namespace veldan

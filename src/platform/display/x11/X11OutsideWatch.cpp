@@ -13,13 +13,15 @@ bool Counts(std::uint32_t button) {
 }  // namespace
 
 X11OutsideWatch::X11OutsideWatch(X11Connection& connection, const X11Windows& windows, bool useRawPresses)
-    : m_connection(connection), m_windows(windows), m_useRawPresses(useRawPresses) {}
+    : m_connection(connection), m_windows(windows), m_bUseRawPresses(useRawPresses) {}
 
 void X11OutsideWatch::SetActive(bool active) {
-    if (m_isActive == active) return;
-    m_isActive = active;
+    if (m_bActive == active) {
+        return;
+    }
+    m_bActive = active;
     m_undecided.reset();
-    if (m_useRawPresses) {
+    if (m_bUseRawPresses) {
         SelectRaw(active);
     } else {
         GrabRoot(active);
@@ -52,37 +54,49 @@ void X11OutsideWatch::GrabRoot(bool active) {
 
 bool X11OutsideWatch::OnRawPress(const xcb_ge_generic_event_t& event, bool pointerIsInside) {
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (!m_isActive || !Counts(raw.detail)) return false;
+    if (!m_bActive || !Counts(raw.detail)) {
+        return false;
+    }
     if (pointerIsInside) {
         m_undecided = raw.time;
     } else if (const auto now = AskPointer()) {
-        m_outside = {now->root_x, now->root_y};
+        m_ptOutside = {now->root_x, now->root_y};
     }
     return true;
 }
 
 bool X11OutsideWatch::OnPress(const xcb_button_press_event_t& event) {
-    if (m_windows.FindWindow(event.event)) {
-        if (m_undecided == event.time) m_undecided.reset();
+    if (m_windows.FindWindow(event.event) != nullptr) {
+        if (m_undecided == event.time) {
+            m_undecided.reset();
+        }
         return false;
     }
     // The grab holds all input until the press is let through to its own receiver, which may be an own window.
     xcb_allow_events(m_connection.Get(), XCB_ALLOW_REPLAY_POINTER, XCB_CURRENT_TIME);
     xcb_flush(m_connection.Get());
     // Servers report a press that was held back with the place of the one before, so only the window counts.
-    if (!m_windows.FindOutermost(event.child)) m_outside = {event.root_x, event.root_y};
+    if (m_windows.FindOutermost(event.child) == nullptr) {
+        m_ptOutside = {event.root_x, event.root_y};
+    }
     return true;
 }
 
 void X11OutsideWatch::Settle() {
-    if (!std::exchange(m_undecided, std::nullopt)) return;
+    if (!std::exchange(m_undecided, std::nullopt)) {
+        return;
+    }
     // While another program grabs the pointer, nothing tells that it has moved to a foreign window. A manager may also
     // still hold the press back from an own one.
     const auto now = AskPointer();
-    if (!now) return;
+    if (!now) {
+        return;
+    }
     const CPoint screen{now->root_x, now->root_y};
     const X11TopLevel* hit = m_windows.FindOutermost(now->child);
-    if (!hit || !hit->Rect().Contains(screen)) m_outside = screen;
+    if (hit == nullptr || !hit->Rect().Contains(screen)) {
+        m_ptOutside = screen;
+    }
 }
 
 X11Owned<xcb_query_pointer_reply_t> X11OutsideWatch::AskPointer() {

@@ -25,7 +25,7 @@ public:
     /// for an answer.
     void Settle();
     /// The place of a press that was found to have hit no own window; given once.
-    [[nodiscard]] std::optional<CPoint> Take() { return std::exchange(m_outside, std::nullopt); }
+    [[nodiscard]] std::optional<CPoint> Take() { return std::exchange(m_ptOutside, std::nullopt); }
 
 private:
     void SelectRaw(bool active);
@@ -34,10 +34,10 @@ private:
 
     X11Connection& m_connection;
     const X11Windows& m_windows;
-    bool m_useRawPresses;
-    bool m_isActive = false;
+    bool m_bUseRawPresses;
+    bool m_bActive = false;
     std::optional<xcb_timestamp_t> m_undecided;  // when the press was
-    std::optional<CPoint> m_outside;
+    std::optional<CPoint> m_ptOutside;
 };
 
 }  // namespace veldan

@@ -23,17 +23,21 @@ bool IsPending() {
 
 }  // namespace
 
-X11PipeGuard::X11PipeGuard() : m_isOutermost(t_guards++ == 0) {
-    if (!m_isOutermost) return;
+X11PipeGuard::X11PipeGuard() : m_bOutermost(t_guards++ == 0) {
+    if (!m_bOutermost) {
+        return;
+    }
     const sigset_t signals = PipeSignal();
     pthread_sigmask(SIG_BLOCK, &signals, &m_before);
-    m_wasPending = sigismember(&m_before, SIGPIPE) == 1 && IsPending();
+    m_bWasPending = sigismember(&m_before, SIGPIPE) == 1 && IsPending();
 }
 
 X11PipeGuard::~X11PipeGuard() {
     --t_guards;
-    if (!m_isOutermost) return;
-    if (!m_wasPending && IsPending()) {
+    if (!m_bOutermost) {
+        return;
+    }
+    if (!m_bWasPending && IsPending()) {
         const sigset_t signals = PipeSignal();
         const timespec atOnce{};
         while (sigtimedwait(&signals, nullptr, &atOnce) < 0 && errno == EINTR) {

@@ -15,9 +15,9 @@ public:
     X11PipeGuard& operator=(const X11PipeGuard&) = delete;
 
 private:
-    const bool m_isOutermost;
+    const bool m_bOutermost;
     sigset_t m_before{};
-    bool m_wasPending = false;  // such a signal is the host's own and stays pending
+    bool m_bWasPending = false;  // such a signal is the host's own and stays pending
 };
 
 }  // namespace veldan

@@ -27,7 +27,9 @@ X11Pixmap::~X11Pixmap() {
 }
 
 std::shared_ptr<Surface> X11Pixmap::MakeSurface() const {
-    if (!m_memory || m_connection.Depth() == 32) return nullptr;
+    if (!m_memory || m_connection.Depth() == 32) {
+        return nullptr;
+    }
     return std::make_shared<Surface>(m_size.cx, m_size.cy, std::shared_ptr<std::uint32_t[]>(m_memory, Pixels()));
 }
 

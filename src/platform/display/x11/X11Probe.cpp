@@ -12,34 +12,42 @@ namespace veldan {
 namespace {
 
 /// Gives the calling thread descriptors of its own, none of which leads anywhere.
-bool LeaveDescriptors() {
-    if (close_range(0, ~0U, CLOSE_RANGE_UNSHARE) != 0) return false;
+bool UnshareDescriptors() {
+    if (close_range(0, ~0U, CLOSE_RANGE_UNSHARE) != 0) {
+        return false;
+    }
     for (int number = 0; number <= STDERR_FILENO; ++number) {
-        if (open("/dev/null", O_RDWR) != number) return false;
+        if (open("/dev/null", O_RDWR) != number) {
+            return false;
+        }
     }
     return true;
 }
 
 }  // namespace
 
-X11Probe::X11Probe(const char* displayName) : m_displayName(displayName) {
-    m_thread = StartQuietThread([this] { Attempt(); });
-    if (m_thread.joinable()) m_answered.acquire();
+X11Probe::X11Probe(const char* displayName) : m_pszDisplay(displayName) {
+    m_thread = StartQuietThread([this] { Connect(); });
+    if (m_thread.joinable()) {
+        m_answered.acquire();
+    }
 }
 
 X11Probe::~X11Probe() {
-    if (!m_thread.joinable()) return;
+    if (!m_thread.joinable()) {
+        return;
+    }
     m_finished.release();
     m_thread.join();
 }
 
-void X11Probe::Attempt() {
-    if (!LeaveDescriptors()) {
+void X11Probe::Connect() {
+    if (!UnshareDescriptors()) {
         m_answered.release();
         return;
     }
-    xcb_connection_t* connection = xcb_connect(m_displayName, nullptr);
-    m_isWilling = xcb_connection_has_error(connection) == 0;
+    xcb_connection_t* connection = xcb_connect(m_pszDisplay, nullptr);
+    m_bCanConnect = xcb_connection_has_error(connection) == 0;
     m_answered.release();
     m_finished.acquire();
     xcb_disconnect(connection);

@@ -17,13 +17,13 @@ public:
     X11Probe& operator=(const X11Probe&) = delete;
 
     /// Also true where the attempt couldn't be made.
-    [[nodiscard]] bool IsServerWilling() const { return m_isWilling; }
+    [[nodiscard]] bool CanConnect() const { return m_bCanConnect; }
 
 private:
-    void Attempt();
+    void Connect();
 
-    const char* m_displayName;
-    bool m_isWilling = true;
+    const char* m_pszDisplay;
+    bool m_bCanConnect = true;
     std::binary_semaphore m_answered{0};
     std::binary_semaphore m_finished{0};
     std::thread m_thread;

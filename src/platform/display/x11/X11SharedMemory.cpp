@@ -7,9 +7,13 @@ namespace veldan {
 
 X11SharedMemory::X11SharedMemory(X11Connection& connection, std::size_t bytes, Access access)
     : m_connection(connection) {
-    if (!m_connection.Features().sharedMemory) return;
+    if (!m_connection.Features().sharedMemory) {
+        return;
+    }
     const int descriptor = memfd_create("veldan", MFD_CLOEXEC);
-    if (descriptor < 0) return;
+    if (descriptor < 0) {
+        return;
+    }
     void* memory = MAP_FAILED;
     if (ftruncate(descriptor, static_cast<off_t>(bytes)) == 0) {
         memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
@@ -26,7 +30,9 @@ X11SharedMemory::X11SharedMemory(X11Connection& connection, std::size_t bytes, A
 }
 
 X11SharedMemory::~X11SharedMemory() {
-    if (Exists()) munmap(m_bytes.data(), m_bytes.size());
+    if (Exists()) {
+        munmap(m_bytes.data(), m_bytes.size());
+    }
 }
 
 void X11SharedMemory::Detach() {

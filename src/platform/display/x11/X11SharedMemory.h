@@ -23,7 +23,7 @@ public:
     X11SharedMemory& operator=(const X11SharedMemory&) = delete;
 
     [[nodiscard]] bool Exists() const { return !m_bytes.empty(); }
-    /// Waits until the server has said whether it takes the memory. To be asked once, behind the construction.
+    /// Waits until the server has said whether it takes the memory. To be asked once, after the construction.
     [[nodiscard]] bool IsAccepted();
     /// Gives back the server's number, without asking whether it took the memory. Pictures in it stay.
     void Detach();

@@ -35,7 +35,7 @@ std::int16_t Coordinate(int position) {
 }  // namespace
 
 X11TopLevel::X11TopLevel(X11Connection& connection, TopLevelId id, const TopLevelTraits& traits, const CRect& rect)
-    : m_connection(connection), m_id(id), m_kind(traits.kind), m_rect(rect) {
+    : m_connection(connection), m_id(id), m_kind(traits.kind), m_rcPlace(rect) {
     Create();
     SetHints();
     SetTitle(traits.title);
@@ -55,8 +55,8 @@ void X11TopLevel::Create() {
     values.event_mask = kEvents | (IsManaged() ? std::uint32_t{XCB_EVENT_MASK_STRUCTURE_NOTIFY} : 0U);
     values.colormap = m_connection.Colormap();
     xcb_create_window_aux(m_connection.Get(), m_connection.Depth(), m_window, m_connection.Root(),
-                          Coordinate(m_rect.left), Coordinate(m_rect.top), Side(m_rect.Width()), Side(m_rect.Height()),
-                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, m_connection.Visual(),
+                          Coordinate(m_rcPlace.left), Coordinate(m_rcPlace.top), Side(m_rcPlace.Width()),
+                          Side(m_rcPlace.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, m_connection.Visual(),
                           XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
                               XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                           &values);
@@ -79,7 +79,9 @@ void X11TopLevel::SetHints() {
             SetAtom(X11Atom::NetWmWindowType, X11Atom::NetWmWindowTypeTooltip);
             break;
     }
-    if (!IsManaged()) return;
+    if (!IsManaged()) {
+        return;
+    }
     xcb_atom_t deletion = m_connection.Atom(X11Atom::WmDeleteWindow);
     xcb_icccm_set_wm_protocols(m_connection.Get(), m_window, m_connection.Atom(X11Atom::WmProtocols), 1, &deletion);
     xcb_icccm_wm_hints_t hints{};
@@ -90,8 +92,8 @@ void X11TopLevel::SetHints() {
 
 void X11TopLevel::SetSizeHints() {
     xcb_size_hints_t hints{};
-    xcb_icccm_size_hints_set_position(&hints, 1, m_rect.left, m_rect.top);
-    xcb_icccm_size_hints_set_size(&hints, 1, Side(m_rect.Width()), Side(m_rect.Height()));
+    xcb_icccm_size_hints_set_position(&hints, 1, m_rcPlace.left, m_rcPlace.top);
+    xcb_icccm_size_hints_set_size(&hints, 1, Side(m_rcPlace.Width()), Side(m_rcPlace.Height()));
     // The rectangle is that of the window itself, whatever the manager puts around it.
     xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
     hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;
@@ -118,9 +120,11 @@ void X11TopLevel::SetTitle(const std::string& title) {
 }
 
 void X11TopLevel::SetRect(const CRect& rect) {
-    m_rect = rect;
+    m_rcPlace = rect;
     m_place = Place::Known;
-    if (IsManaged()) SetSizeHints();
+    if (IsManaged()) {
+        SetSizeHints();
+    }
     xcb_configure_window_value_list_t values{};
     values.x = Coordinate(rect.left);
     values.y = Coordinate(rect.top);
@@ -129,19 +133,23 @@ void X11TopLevel::SetRect(const CRect& rect) {
     const auto cookie = xcb_configure_window_aux(
         m_connection.Get(), m_window,
         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, &values);
-    m_placedAt = cookie.sequence;
+    m_nPlacedAt = cookie.sequence;
 }
 
 void X11TopLevel::SetVisible(bool visible) {
-    if (m_isVisible == visible) return;
-    m_isVisible = visible;
-    m_isViewable = false;
+    if (m_bVisible == visible) {
+        return;
+    }
+    m_bVisible = visible;
+    m_bViewable = false;
     if (visible) {
         xcb_map_window(m_connection.Get(), m_window);
         return;
     }
     xcb_unmap_window(m_connection.Get(), m_window);
-    if (!IsManaged()) return;
+    if (!IsManaged()) {
+        return;
+    }
     // Tells the manager also when it has unmapped the window itself, as for an icon.
     xcb_unmap_notify_event_t notice{};
     notice.response_type = XCB_UNMAP_NOTIFY;
@@ -167,29 +175,43 @@ void X11TopLevel::SetCursor(xcb_cursor_t cursor) {
 
 void X11TopLevel::MakePixmap(X11Upload& upload, CSize size) {
     m_pixmap.emplace(m_connection, upload, m_window, size);
-    m_isPixmapNew = true;
+    m_bPixmapNew = true;
 }
 
 std::shared_ptr<Surface> X11TopLevel::MakeSurface(X11Upload& upload, CSize size) {
-    if (size.cx <= 0 || size.cy <= 0) return nullptr;
+    if (size.cx <= 0 || size.cy <= 0) {
+        return nullptr;
+    }
     MakePixmap(upload, size);
     return m_pixmap->MakeSurface();
 }
 
 void X11TopLevel::Present(X11Upload& upload, const Surface& pixels, const Region& dirty) {
-    if (pixels.Bounds().IsEmpty()) return;
+    if (pixels.Bounds().IsEmpty()) {
+        return;
+    }
     Region area = dirty;
-    if (!m_pixmap || m_pixmap->Size() != pixels.Bounds().Size()) MakePixmap(upload, pixels.Bounds().Size());
-    if (std::exchange(m_isPixmapNew, false)) area = Region(pixels.Bounds());
+    if (!m_pixmap || m_pixmap->Size() != pixels.Bounds().Size()) {
+        MakePixmap(upload, pixels.Bounds().Size());
+    }
+    if (std::exchange(m_bPixmapNew, false)) {
+        area = Region(pixels.Bounds());
+    }
     area.Intersect(pixels.Bounds());
     const auto rects = area.Rects();
-    if (rects.empty()) return;
-    for (const CRect& rect : rects) m_pixmap->Copy(pixels, rect);
+    if (rects.empty()) {
+        return;
+    }
+    for (const CRect& rect : rects) {
+        m_pixmap->Copy(pixels, rect);
+    }
     // As a background the pixels come back by themselves after each uncovering. It is set anew each time, since the
     // protocol leaves open whether a window shows what was drawn on its background afterwards.
     const xcb_pixmap_t background = m_pixmap->Id();
     xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_BACK_PIXMAP, &background);
-    if (!m_isVisible) return;
+    if (!m_bVisible) {
+        return;
+    }
     for (const CRect& rect : rects) {
         xcb_clear_area(m_connection.Get(), 0, m_window, Coordinate(rect.left), Coordinate(rect.top), Side(rect.Width()),
                        Side(rect.Height()));
@@ -198,14 +220,18 @@ void X11TopLevel::Present(X11Upload& upload, const Surface& pixels, const Region
 
 void X11TopLevel::OnReparent(const xcb_reparent_notify_event_t& event) {
     m_frame = event.parent == m_connection.Root() ? 0 : event.parent;
-    if (m_place == Place::Known) m_told = m_rect;
+    if (m_place == Place::Known) {
+        m_rcTold = m_rcPlace;
+    }
     m_place = Place::Asked;
 }
 
 void X11TopLevel::OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence) {
     // What the server said before it knew of the last order to place the window is out of date.
-    if (static_cast<std::int32_t>(sequence - m_placedAt) < 0) return;
-    m_told = CRect::FromSize({event.x, event.y}, {event.width, event.height});
+    if (static_cast<std::int32_t>(sequence - m_nPlacedAt) < 0) {
+        return;
+    }
+    m_rcTold = CRect::FromSize({event.x, event.y}, {event.width, event.height});
     // Within a manager's frame only a notice of the manager's own speaks of places on the screen.
     const bool isOfManager = (event.response_type & 0x80) != 0;
     m_place = m_frame == 0 || isOfManager ? Place::Told : Place::Asked;
@@ -213,15 +239,21 @@ void X11TopLevel::OnConfigure(const xcb_configure_notify_event_t& event, std::ui
 
 bool X11TopLevel::SettleRect() {
     const Place place = std::exchange(m_place, Place::Known);
-    if (place == Place::Known) return false;
+    if (place == Place::Known) {
+        return false;
+    }
     if (place == Place::Asked) {
         const auto reply = m_connection.Ask<&xcb_translate_coordinates_reply>(
             xcb_translate_coordinates(m_connection.Get(), m_window, m_connection.Root(), 0, 0));
-        if (!reply) return false;
-        m_told = CRect::FromSize({reply->dst_x, reply->dst_y}, m_told.Size());
+        if (!reply) {
+            return false;
+        }
+        m_rcTold = CRect::FromSize({reply->dst_x, reply->dst_y}, m_rcTold.Size());
     }
-    if (m_told == m_rect) return false;
-    m_rect = m_told;
+    if (m_rcTold == m_rcPlace) {
+        return false;
+    }
+    m_rcPlace = m_rcTold;
     return true;
 }
 

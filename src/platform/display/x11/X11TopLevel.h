@@ -22,9 +22,9 @@ public:
     [[nodiscard]] xcb_window_t Window() const { return m_window; }
     /// A window manager may take it in hand.
     [[nodiscard]] bool IsManaged() const { return m_kind == TopLevelKind::Frame; }
-    [[nodiscard]] bool IsVisible() const { return m_isVisible; }
+    [[nodiscard]] bool IsVisible() const { return m_bVisible; }
     /// The pixels without decorations.
-    [[nodiscard]] const CRect& Rect() const { return m_rect; }
+    [[nodiscard]] const CRect& Rect() const { return m_rcPlace; }
     /// What stands among the children of the root: the manager's frame round the window, or the window.
     [[nodiscard]] xcb_window_t Outermost() const { return m_frame != 0 ? m_frame : m_window; }
 
@@ -42,15 +42,15 @@ public:
 
     void OnReparent(const xcb_reparent_notify_event_t& event);
     void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
-    void OnMap() { m_isViewable = true; }
+    void OnMap() { m_bViewable = true; }
     /// Takes over where the manager has put the window; may wait for an answer. False: the window is where it was
     /// thought to be.
     [[nodiscard]] bool SettleRect();
     /// The server lets it have the keyboard focus.
-    [[nodiscard]] bool IsViewable() const { return m_isVisible && (m_isViewable || !IsManaged()); }
+    [[nodiscard]] bool IsViewable() const { return m_bVisible && (m_bViewable || !IsManaged()); }
 
 private:
-    enum class Place { Known, Told, Asked };  // of a managed window: as m_rect, as m_told, must be asked
+    enum class Place { Known, Told, Asked };  // of a managed window: as m_rcPlace, as m_rcTold, must be asked
 
     void Create();
     void SetHints();
@@ -61,16 +61,16 @@ private:
     X11Connection& m_connection;
     TopLevelId m_id;
     TopLevelKind m_kind;
-    CRect m_rect;
+    CRect m_rcPlace;
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
     std::optional<X11Pixmap> m_pixmap;  // what the window shows
-    bool m_isPixmapNew = false;         // nothing was presented yet
-    bool m_isVisible = false;
-    bool m_isViewable = false;
+    bool m_bPixmapNew = false;          // nothing was presented yet
+    bool m_bVisible = false;
+    bool m_bViewable = false;
     Place m_place = Place::Known;
-    CRect m_told;
-    std::uint32_t m_placedAt = 0;  // number of the request that placed it last
+    CRect m_rcTold;
+    std::uint32_t m_nPlacedAt = 0;  // number of the request that placed it last
 };
 
 }  // namespace veldan

@@ -11,11 +11,11 @@ namespace veldan {
 namespace {
 
 // Room for several pictures of a menu; only what is used takes memory.
-constexpr std::size_t kSegmentBytes = std::size_t{4} << 20;
+constexpr std::size_t kMaxSegmentBytes = std::size_t{4} << 20;
 // Below this the request with the pixels in it is cheaper than the notice that shared ones were read.
-constexpr std::size_t kSharedFrom = 8192;
+constexpr std::size_t kMinSharedBytes = 8192;
 // A band fits into a request of a server without big ones, and its copy stays small.
-constexpr std::size_t kBandBytes = 200'000;
+constexpr std::size_t kMaxBandBytes = 200'000;
 
 constexpr std::uint32_t kOpaque = 0xff000000;
 
@@ -27,7 +27,9 @@ std::size_t RowBytes(const CRect& area) {
 CRect UpperBand(const CRect& area, std::size_t bytes) {
     const auto rows = std::max<std::size_t>(bytes / RowBytes(area), 1);
     CRect band = area;
-    if (rows < static_cast<std::size_t>(area.Height())) band.bottom = area.top + static_cast<int>(rows);
+    if (rows < static_cast<std::size_t>(area.Height())) {
+        band.bottom = area.top + static_cast<int>(rows);
+    }
     return band;
 }
 
@@ -46,22 +48,22 @@ void CopyRows(const Surface& from, const CRect& area, std::uint8_t depth, std::u
 
 X11Upload::X11Upload(X11Connection& connection) : m_connection(connection) {
     const std::size_t longest = std::size_t{xcb_get_maximum_request_length(m_connection.Get())} * 4;
-    m_bandBytes = std::min(kBandBytes, longest - sizeof(xcb_put_image_request_t) - 4);
+    m_nBandBytes = std::min(kMaxBandBytes, longest - sizeof(xcb_put_image_request_t) - 4);
     for (Segment& segment : m_segments) {
-        segment.memory.emplace(m_connection, kSegmentBytes, X11SharedMemory::Access::Read);
+        segment.memory.emplace(m_connection, kMaxSegmentBytes, X11SharedMemory::Access::Read);
     }
-    m_isShared = std::ranges::all_of(m_segments, [](Segment& segment) { return segment.memory->IsAccepted(); });
-    m_sharesPixmaps = m_isShared && m_connection.Features().sharedPixmaps &&
-                      X11SharedMemory(m_connection, kSharedFrom, X11SharedMemory::Access::Write).IsAccepted();
+    m_bShared = std::ranges::all_of(m_segments, [](Segment& segment) { return segment.memory->IsAccepted(); });
+    m_bSharesPixmaps = m_bShared && m_connection.Features().sharedPixmaps &&
+                       X11SharedMemory(m_connection, kMinSharedBytes, X11SharedMemory::Access::Write).IsAccepted();
 }
 
 void X11Upload::Copy(const Surface& from, const CRect& area, xcb_pixmap_t to) {
     CRect rest = area;
     while (!rest.IsEmpty()) {
         const std::size_t bytes = RowBytes(rest) * static_cast<std::size_t>(rest.Height());
-        Segment* segment = bytes >= kSharedFrom ? SegmentWithRoom(RowBytes(rest)) : nullptr;
-        const CRect band = UpperBand(rest, segment ? kSegmentBytes - segment->used : m_bandBytes);
-        if (segment) {
+        Segment* segment = bytes >= kMinSharedBytes ? SegmentWithRoom(RowBytes(rest)) : nullptr;
+        const CRect band = UpperBand(rest, segment != nullptr ? kMaxSegmentBytes - segment->used : m_nBandBytes);
+        if (segment != nullptr) {
             CopyShared(*segment, from, band, to);
         } else {
             CopyPlain(from, band, to);
@@ -71,12 +73,16 @@ void X11Upload::Copy(const Surface& from, const CRect& area, xcb_pixmap_t to) {
 }
 
 X11Upload::Segment* X11Upload::SegmentWithRoom(std::size_t bytes) {
-    if (!IsShared()) return nullptr;
+    if (!IsShared()) {
+        return nullptr;
+    }
     for (std::size_t turn = 0; turn < m_segments.size(); ++turn) {
-        Segment& segment = m_segments[(m_current + turn) % m_segments.size()];
-        if (segment.unread == 0) segment.used = 0;
-        if (kSegmentBytes - segment.used >= bytes) {
-            m_current = (m_current + turn) % m_segments.size();
+        Segment& segment = m_segments[(m_nCurrent + turn) % m_segments.size()];
+        if (segment.unread == 0) {
+            segment.used = 0;
+        }
+        if (kMaxSegmentBytes - segment.used >= bytes) {
+            m_nCurrent = (m_nCurrent + turn) % m_segments.size();
             return &segment;
         }
     }
@@ -115,7 +121,9 @@ xcb_gcontext_t X11Upload::ContextFor(xcb_pixmap_t drawable) {
 
 void X11Upload::OnCompletion(const xcb_shm_completion_event_t& event) {
     for (Segment& segment : m_segments) {
-        if (segment.memory->Id() == event.shmseg && segment.unread > 0) --segment.unread;
+        if (segment.memory->Id() == event.shmseg && segment.unread > 0) {
+            --segment.unread;
+        }
     }
 }
 

@@ -28,9 +28,9 @@ public:
     /// The server has read one picture of the piece.
     void OnCompletion(const xcb_shm_completion_event_t& event);
     /// Whether pixels go through shared memory at all.
-    [[nodiscard]] bool IsShared() const { return m_isShared; }
+    [[nodiscard]] bool IsShared() const { return m_bShared; }
     /// Whether the server lets whole pictures lie in shared memory, and takes memory that it may write to.
-    [[nodiscard]] bool SharesPixmaps() const { return m_sharesPixmaps; }
+    [[nodiscard]] bool SharesPixmaps() const { return m_bSharesPixmaps; }
 
 private:
     struct Segment {
@@ -46,11 +46,11 @@ private:
 
     X11Connection& m_connection;
     std::array<Segment, 2> m_segments;
-    std::size_t m_current = 0;
-    bool m_isShared = false;
-    bool m_sharesPixmaps = false;
+    std::size_t m_nCurrent = 0;
+    bool m_bShared = false;
+    bool m_bSharesPixmaps = false;
     xcb_gcontext_t m_context = 0;
-    std::size_t m_bandBytes;
+    std::size_t m_nBandBytes;
     std::vector<std::uint32_t> m_band;
 };
 

@@ -12,7 +12,9 @@ void X11Windows::Add(std::unique_ptr<X11TopLevel> topLevel) {
 
 void X11Windows::Remove(TopLevelId id) {
     const auto found = m_byId.find(id);
-    if (found == m_byId.end()) return;
+    if (found == m_byId.end()) {
+        return;
+    }
     m_byWindow.erase(found->second->Window());
     m_byId.erase(found);
 }
