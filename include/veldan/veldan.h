@@ -35,8 +35,9 @@ typedef struct VELDAN_CWnd VELDAN_CWnd;
 /// Where the environment variable VELDAN_LOG_DIR names a folder, the menu's trace goes to `veldan.log` in it.
 VELDAN_API void VELDAN_InitProfileMenus(VELDAN_CWnd* pParentWnd, const char* pszPath);
 
-/// Shows the menu with its top left corner at a point of the screen, or moves it there. From now on a pick goes to
-/// `pHostWnd`, as the message `uMsg`. The object need not outlive the call, only its window. Null does nothing.
+/// Shows the menu with its top left corner at a point of the screen, or moves it there. Coordinates beyond 16384 count
+/// as 16384, and the place is taken as it is, on the screen or not. From now on a pick goes to `pHostWnd`, as the
+/// message `uMsg`. The object need not outlive the call, only its window. Null does nothing.
 VELDAN_API void VELDAN_ShowProfileMenus(VELDAN_CWnd* pHostWnd, int x, int y, unsigned uMsg);
 
 /// Hides the menu. It stays as it is for the next Show.

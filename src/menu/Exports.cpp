@@ -5,6 +5,7 @@
 #include "storage/Log.h"
 #include "veldan/veldan.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <mutex>
 #include <utility>
@@ -19,6 +20,12 @@ void ChooseLogFolder() {
     if (pszFolder && PathExists(pszFolder, true)) {
         SetLogTarget(pszFolder, "veldan.log", "veldan-api.log", &mutex);
     }
+}
+
+/// Far beyond any screen, and near enough that no sum with the menu's size overflows.
+int LimitCoordinate(int nPosition) {
+    constexpr int kMaxCoordinate = 16384;
+    return std::clamp(nPosition, -kMaxCoordinate, kMaxCoordinate);
 }
 
 }  // namespace
@@ -47,7 +54,8 @@ void VELDAN_ShowProfileMenus(veldan::CWnd* pHostWnd, int x, int y, unsigned uMsg
         return;
     }
     g_pMenuDialog->SetHost(pHostWnd->GetSafeHwnd(), uMsg);
-    g_pMenuDialog->SetWindowPos(nullptr, x, y, 0, 0, veldan::SWP_NOSIZE);
+    g_pMenuDialog->SetWindowPos(nullptr, veldan::LimitCoordinate(x), veldan::LimitCoordinate(y), 0, 0,
+                                veldan::SWP_NOSIZE);
     g_pMenuDialog->ShowWindow(veldan::SW_SHOW);
     Desktop::Get().Settle();
 }

@@ -166,6 +166,47 @@ TEST_F(StackingTest, WindowsAreStackedAsToldAndGoneWhenHiddenOrDestroyed) {
     EXPECT_TRUE(m_hand.WaitForPixel(kInMenu, empty));
 }
 
+class InterferenceTest : public X11DisplayTest, public testing::WithParamInterface<bool> {
+protected:
+    // Another program unmaps or destroys a window of ours.
+    void TakeAway(TopLevelId id) {
+        (GetParam() ? xcb_destroy_window : xcb_unmap_window)(m_hand.Connection(), WindowOf(id));
+        m_hand.Sync();
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(OtherProgram, InterferenceTest, testing::Bool(),
+                         [](const auto& destroys) { return destroys.param ? "Destroys" : "Unmaps"; });
+
+TEST_P(InterferenceTest, WindowTakenAwayByAnotherProgramIsToldHiddenAndComesBackGood) {
+    Show(kFrame, {500, 500, 700, 600}, 0xff336699, TopLevelKind::Frame);
+    m_display->CreateTopLevel(kMenu, {.title = TitleOf(kMenu), .owner = kFrame}, kMenuRect);
+    Present(kMenu, kMenuRect.Size(), 0xff204060);
+    m_display->SetVisible(kMenu, true);
+    m_display->TakeFocus(kMenu);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn));
+    m_hand.Move(kInMenu);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::PointerMove));
+    for (const TopLevelId id : {kFrame, kMenu}) {
+        TakeAway(id);
+        ExpectOf(id, DisplayEventKind::Hidden);
+        EXPECT_FALSE(HasCome(DisplayEventKind::Hidden));
+        m_display->SetVisible(id, true);
+        m_display->Sync();
+    }
+    ASSERT_TRUE(m_hand.WaitForPixel(kInMenu, 0x204060));
+    ASSERT_TRUE(m_hand.WaitForPixel({600, 550}, 0x336699));
+    EXPECT_EQ(m_hand.RectOf(WindowOf(kMenu)), kMenuRect);
+    const xcb_window_t frame = WindowOf(kFrame);
+    EXPECT_EQ(m_hand.PropertyOf(WindowOf(kMenu), "WM_TRANSIENT_FOR"),
+              std::string(reinterpret_cast<const char*>(&frame), sizeof frame));
+    m_hand.Click();
+    ExpectOf(kMenu, DisplayEventKind::ButtonPress);
+    m_display->SetVisible(kMenu, false);
+    m_display->SetVisible(kMenu, true);
+    EXPECT_FALSE(HasCome(DisplayEventKind::Hidden)) << "what the owner of a window does is no news";
+}
+
 TEST_F(StackingTest, ManagersAndToolsFindWhatTheyLookFor) {
     Show(kFrame, {400, 300, 600, 400}, 0xff000000, TopLevelKind::Frame);
     m_display->CreateTopLevel(kMenu, {.title = "veldan menu", .owner = kFrame}, kMenuRect);

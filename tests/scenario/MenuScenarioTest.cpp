@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace veldan {
 
 namespace {
@@ -205,6 +207,22 @@ TEST_P(MenuScenario, TheLatestShowCountsAndALaterInitDoesNot) {
     m_stage->Click(Row(0));
     EXPECT_EQ(m_host->picks, std::vector{HostPath("Music/m0.xml")});
     EXPECT_EQ(m_host->lastMessage, kPickMessage + 3);
+}
+
+TEST_P(MenuScenario, AMenuThatAnotherProgramUnmappedIsHiddenAndTheNextShowBringsItBack) {
+    const HWND menu = g_pMenuDialog->GetSafeHwnd();
+    m_stage->Unmap(menu);
+    EXPECT_TRUE(m_stage->Eventually([] { return !IsShown(); }));
+    Show();
+    OpenGroup(1);
+    EXPECT_EQ(IconSeen(0), kIcon);
+    constexpr int kFar = 16384;
+    for (const int beyond : {INT_MAX, INT_MIN}) {
+        VELDAN_ShowProfileMenus(m_host.get(), beyond, beyond, kPickMessage);
+        EXPECT_EQ(g_pMenuDialog->GetWindowRect().TopLeft(), beyond > 0 ? CPoint(kFar, kFar) : CPoint(-kFar, -kFar));
+    }
+    Show();
+    EXPECT_TRUE(m_stage->Eventually([this] { return IconSeen(0) == kIcon; }));
 }
 
 TEST_P(MenuScenario, TheHostMayReplaceTheMenuInsideItsPick) {

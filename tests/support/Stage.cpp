@@ -30,6 +30,10 @@ public:
         m_desk.display->FocusForeignWindow(m_foreign);
         m_desk.hand->Settle();
     }
+    void Unmap(HWND window) override {
+        m_desk.display->UnmapByForce(window.Value());
+        m_desk.hand->Settle();
+    }
 
 private:
     MemoryDesk m_desk{kScreen};
@@ -82,6 +86,11 @@ public:
     }
     void SwitchToForeignWindow() override {
         m_foreign->TakeFocus();
+        CatchUp();
+    }
+    void Unmap(HWND window) override {
+        xcb_unmap_window(m_hand->Connection(), m_hand->FindWindow(Desktop::Get().Find(window)->text));
+        m_hand->Sync();
         CatchUp();
     }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/Geometry.h"
+#include "platform/window/Handle.h"
 
 #include <cstdint>
 #include <functional>
@@ -35,6 +36,8 @@ public:
     virtual void OpenForeignWindow(const CRect& rect) = 0;
     /// Switches to it by the keyboard.
     virtual void SwitchToForeignWindow() = 0;
+    /// Another program unmaps a top-level window of ours.
+    virtual void Unmap(HWND window) = 0;
     /// Lets a window manager finish with the frames made so far, and the last of them have the focus.
     virtual void LetFramesSettle() { Wait(20); }
     /// Lets time pass until something holds; false when it never did.

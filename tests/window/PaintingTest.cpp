@@ -46,6 +46,16 @@ TEST_F(PaintingTest, NothingIsDrawnUnderAChildThatCoversItself) {
     EXPECT_EQ(whole.GetSurface()->At(5, 5), 0xff0000c8U);
 }
 
+TEST_F(PaintingTest, ShowingAWindowThatAnotherProgramHasJustHiddenShowsIt) {
+    ProbeWnd window;
+    MakePopup(window, {0, 0, 100, 100});
+    m_display->UnmapByForce(window.GetSafeHwnd().Value());
+    window.ShowWindow(SW_SHOW);
+    Person().Settle();
+    EXPECT_TRUE(window.IsWindowVisible());
+    EXPECT_EQ(Seen({10, 10}), 0xc80000U);
+}
+
 TEST_F(PaintingTest, OnlyTheDirtyPartIsPresented) {
     ProbeWnd window;
     ProbeWnd child;

@@ -45,6 +45,7 @@ enum class DisplayEventKind {
     FocusOut,      ///< No own window has the keyboard focus any more.
     OutsidePress,  ///< A button went down at `screen` where no own window is; only sent while an own window is shown.
     Moved,         ///< A window manager put the frame `window` to `rect`.
+    Hidden,        ///< Another program unmapped or destroyed `window`, which was shown; showing it brings it back.
     CloseRequest,  ///< A person asked to close the frame `window`.
     Lost,          ///< The display is gone. Nothing follows.
 };
@@ -85,7 +86,8 @@ public:
     virtual void DestroyTopLevel(TopLevelId id) = 0;
     virtual void SetTitle(TopLevelId id, const std::string& title) = 0;
     virtual void SetRect(TopLevelId id, const CRect& rect) = 0;
-    /// Maps or unmaps. What was presented before is on the screen from the first frame.
+    /// Maps or unmaps. What was presented before is on the screen from the first frame, also where another program
+    /// destroyed the window meanwhile.
     virtual void SetVisible(TopLevelId id, bool visible) = 0;
     /// `sibling` counts for StackPlace::Below only: `id` goes directly below it.
     virtual void Restack(TopLevelId id, StackPlace place, TopLevelId sibling) = 0;

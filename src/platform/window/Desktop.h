@@ -201,6 +201,7 @@ private:
     void ShowChild(WindowRecord& record);
     void HideTopLevel(HWND window);
     void ShowTopLevel(HWND window, bool activate);
+    bool TakeHidden(HWND window);
     void MoveTopLevel(WindowRecord& record, const CRect& rect);
     void DropSurface(WindowRecord& record);
     void MoveChild(WindowRecord& record, const CRect& rect);

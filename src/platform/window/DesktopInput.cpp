@@ -129,6 +129,9 @@ Desktop::Retrieved Desktop::TakeInput(const DisplayEvent& event, MSG& message) {
         case DisplayEventKind::Moved:
             FrameMoved(event);
             return Retrieved::Again;
+        case DisplayEventKind::Hidden:
+            Hide(HWND::FromValue(event.window));
+            return Retrieved::Again;
         case DisplayEventKind::CloseRequest:
             PostMessage(HWND::FromValue(event.window), WM_CLOSE);
             return Retrieved::Again;

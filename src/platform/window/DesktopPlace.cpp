@@ -124,10 +124,20 @@ void Desktop::ShowTopLevel(HWND window, bool activate) {
         }
         Present(*record);
         GetDisplay().SetVisible(window.Value(), true);
+    } else if (TakeHidden(window)) {
+        GetDisplay().SetVisible(window.Value(), true);
     }
     if (activate && (record->exStyle & WS_EX_NOACTIVATE) == 0) {
         Activate(window);
     }
+}
+
+/// Whether another program has hidden the window and the news of it still wait, which showing the window makes void.
+bool Desktop::TakeHidden(HWND window) {
+    ReadDisplay();
+    return std::erase_if(m_input, [window](const DisplayEvent& event) {
+               return event.kind == DisplayEventKind::Hidden && event.window == window.Value();
+           }) != 0;
 }
 
 bool Desktop::PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWND sibling, UINT flags) {

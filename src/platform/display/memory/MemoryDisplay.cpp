@@ -159,6 +159,14 @@ void MemoryDisplay::RequestClose(TopLevelId id) {
     Send(DisplayEventKind::CloseRequest, id);
 }
 
+void MemoryDisplay::UnmapByForce(TopLevelId id) {
+    const Window* window = Find(id);
+    if (window != nullptr && window->visible) {
+        SetVisible(id, false);
+        Send(DisplayEventKind::Hidden, id);
+    }
+}
+
 void MemoryDisplay::Lose() {
     m_bAlive = false;
     m_windows.clear();

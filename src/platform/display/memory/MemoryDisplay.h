@@ -33,6 +33,8 @@ public:
     /// A window manager moves a frame.
     void MoveFrame(TopLevelId id, const CRect& rect);
     void RequestClose(TopLevelId id);
+    /// Another program unmaps a window of ours.
+    void UnmapByForce(TopLevelId id);
     /// The display dies.
     void Lose();
     /// What a person sees.

@@ -53,11 +53,7 @@ void X11Display::CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, con
         return;
     }
     const X11PipeGuard guard;
-    auto topLevel = std::make_unique<X11TopLevel>(*m_connection, id, traits, rect);
-    if (const X11TopLevel* owner = m_windows.Find(traits.owner)) {
-        topLevel->SetOwner(owner->Window());
-    }
-    m_windows.Add(std::move(topLevel));
+    m_windows.Add(std::make_unique<X11TopLevel>(*m_connection, id, traits, rect));
 }
 
 void X11Display::DestroyTopLevel(TopLevelId id) {

@@ -87,6 +87,11 @@ void X11Display::ReadEvents() {
 // True: an answer was waited for, which may have brought further events with it.
 bool X11Display::Settle() {
     const std::uint64_t before = RoundTrips();
+    for (const auto& [id, topLevel] : m_windows) {
+        if (topLevel->SettleHidden()) {
+            PushHidden(*topLevel);
+        }
+    }
     PushLeave();
     m_outside.Settle();
     PushOutside();
@@ -128,6 +133,13 @@ void X11Display::Translate(const xcb_generic_event_t& event) {
                 m_focus.OnMap(*topLevel);
             }
             return;
+        case XCB_UNMAP_NOTIFY:
+            if (X11TopLevel* topLevel = m_windows.FindWindow(As<xcb_unmap_notify_event_t>(event).window)) {
+                topLevel->OnUnmap(event.full_sequence);
+            }
+            return;
+        case XCB_DESTROY_NOTIFY:
+            return OnDestroy(As<xcb_destroy_notify_event_t>(event));
         case XCB_CLIENT_MESSAGE:
             return OnClientMessage(As<xcb_client_message_event_t>(event));
         case XCB_MAPPING_NOTIFY:
@@ -272,8 +284,23 @@ void X11Display::OnFocus(const xcb_focus_in_event_t& event, bool isIn) {
 void X11Display::OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence) {
     if (event.window == m_connection->Root()) {
         m_screen = {event.width, event.height};
-    } else if (X11TopLevel* topLevel = m_windows.FindWindow(event.window)) {
+        return;
+    }
+    X11TopLevel* topLevel = m_windows.FindWindow(event.window);
+    if (topLevel != nullptr && topLevel->IsManaged()) {
         topLevel->OnConfigure(event, sequence);
+    }
+}
+
+void X11Display::OnDestroy(const xcb_destroy_notify_event_t& event) {
+    X11TopLevel* topLevel = m_windows.FindWindow(event.window);
+    if (topLevel == nullptr) {
+        return;
+    }
+    const bool wasVisible = topLevel->IsVisible();
+    m_windows.Recreate(*topLevel);
+    if (wasVisible) {
+        PushHidden(*topLevel);
     }
 }
 
@@ -318,6 +345,13 @@ void X11Display::PushFocus() {
     m_keyboard.EndSequence();
     m_events.push_back(
         {.kind = *focus != 0 ? DisplayEventKind::FocusIn : DisplayEventKind::FocusOut, .window = *focus});
+}
+
+void X11Display::PushHidden(const X11TopLevel& topLevel) {
+    OnHidden(topLevel);
+    m_outside.SetActive(m_windows.IsAnyVisible());
+    PushLeave();
+    m_events.push_back({.kind = DisplayEventKind::Hidden, .window = topLevel.Id()});
 }
 
 void X11Display::PushMoved() {

@@ -71,6 +71,7 @@ private:
     void OnKey(const xcb_key_press_event_t& event, bool isPress);
     void OnFocus(const xcb_focus_in_event_t& event, bool isIn);
     void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
+    void OnDestroy(const xcb_destroy_notify_event_t& event);
     void OnClientMessage(const xcb_client_message_event_t& event);
 
     void PushMove(TopLevelId window, CPoint screen, UINT flags);
@@ -78,6 +79,7 @@ private:
     void PushOutside();
     void PushFocus();
     void PushMoved();
+    void PushHidden(const X11TopLevel& topLevel);
 
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<Clock> m_clock;

@@ -5,7 +5,7 @@
 
 namespace veldan {
 
-X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t window, CSize size)
+X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, CSize size)
     : m_connection(connection), m_upload(upload), m_id(xcb_generate_id(connection.Get())), m_size(size) {
     const auto width = static_cast<std::uint16_t>(size.cx);
     const auto height = static_cast<std::uint16_t>(size.cy);
@@ -14,11 +14,12 @@ X11Pixmap::X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t 
                                                      X11SharedMemory::Access::Write);
     }
     if (m_memory && m_memory->Exists()) {
-        xcb_shm_create_pixmap(m_connection.Get(), m_id, window, width, height, m_connection.Depth(), m_memory->Id(), 0);
+        xcb_shm_create_pixmap(m_connection.Get(), m_id, m_connection.Root(), width, height, m_connection.Depth(),
+                              m_memory->Id(), 0);
         m_memory->Detach();
     } else {
         m_memory.reset();
-        xcb_create_pixmap(m_connection.Get(), m_connection.Depth(), m_id, window, width, height);
+        xcb_create_pixmap(m_connection.Get(), m_connection.Depth(), m_id, m_connection.Root(), width, height);
     }
 }
 

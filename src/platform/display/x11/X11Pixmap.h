@@ -13,7 +13,7 @@ class X11Upload;
 /// are written right there, which saves it a copy of its own.
 class X11Pixmap {
 public:
-    X11Pixmap(X11Connection& connection, X11Upload& upload, xcb_window_t window, CSize size);
+    X11Pixmap(X11Connection& connection, X11Upload& upload, CSize size);
     ~X11Pixmap();
     X11Pixmap(const X11Pixmap&) = delete;
     X11Pixmap& operator=(const X11Pixmap&) = delete;

@@ -18,14 +18,19 @@ namespace {
 constexpr std::string_view kClass{"veldan\0veldan\0", 14};  // instance and class, each with its final zero
 constexpr std::uint32_t kBlack = 0xff000000;
 
-constexpr std::uint32_t kEvents = XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
-                                  XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_BUTTON_PRESS |
-                                  XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_KEY_PRESS |
-                                  XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE;
+constexpr std::uint32_t kEvents =
+    XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_POINTER_MOTION |
+    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_KEY_PRESS |
+    XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 
 // The protocol has no empty windows; what would be one stands as a single pixel.
 std::uint16_t Side(int length) {
     return static_cast<std::uint16_t>(std::clamp(length, 1, 32767));
+}
+
+// Whether an event was sent before the server knew of a request. The numbers may have gone round.
+bool IsBefore(std::uint32_t event, std::uint32_t request) {
+    return static_cast<std::int32_t>(event - request) < 0;
 }
 
 std::int16_t Coordinate(int position) {
@@ -35,14 +40,30 @@ std::int16_t Coordinate(int position) {
 }  // namespace
 
 X11TopLevel::X11TopLevel(X11Connection& connection, TopLevelId id, const TopLevelTraits& traits, const CRect& rect)
-    : m_connection(connection), m_id(id), m_kind(traits.kind), m_rcPlace(rect) {
+    : m_connection(connection),
+      m_id(id),
+      m_kind(traits.kind),
+      m_owner(traits.owner),
+      m_strTitle(traits.title),
+      m_rcPlace(rect) {
     Create();
-    SetHints();
-    SetTitle(traits.title);
 }
 
 X11TopLevel::~X11TopLevel() {
     xcb_destroy_window(m_connection.Get(), m_window);
+}
+
+void X11TopLevel::Recreate() {
+    m_bVisible = false;
+    m_bViewable = false;
+    m_bMayBeUnmapped = false;
+    m_frame = 0;
+    m_place = Place::Known;
+    Create();
+    if (m_pixmap) {
+        const xcb_pixmap_t background = m_pixmap->Id();
+        xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_BACK_PIXMAP, &background);
+    }
 }
 
 void X11TopLevel::Create() {
@@ -52,7 +73,7 @@ void X11TopLevel::Create() {
     values.border_pixel = kBlack;
     values.bit_gravity = XCB_GRAVITY_NORTH_WEST;
     values.override_redirect = IsManaged() ? 0 : 1;
-    values.event_mask = kEvents | (IsManaged() ? std::uint32_t{XCB_EVENT_MASK_STRUCTURE_NOTIFY} : 0U);
+    values.event_mask = kEvents;
     values.colormap = m_connection.Colormap();
     xcb_create_window_aux(m_connection.Get(), m_connection.Depth(), m_window, m_connection.Root(),
                           Coordinate(m_rcPlace.left), Coordinate(m_rcPlace.top), Side(m_rcPlace.Width()),
@@ -64,6 +85,8 @@ void X11TopLevel::Create() {
         xcb_shape_rectangles(m_connection.Get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                              m_window, 0, 0, 0, nullptr);
     }
+    SetHints();
+    SetTitle(m_strTitle);
 }
 
 void X11TopLevel::SetHints() {
@@ -106,11 +129,12 @@ void X11TopLevel::SetAtom(X11Atom property, X11Atom value) {
                         32, 1, &atom);
 }
 
-void X11TopLevel::SetOwner(xcb_window_t owner) {
+void X11TopLevel::SetOwnerHint(xcb_window_t owner) {
     xcb_icccm_set_wm_transient_for(m_connection.Get(), m_window, owner);
 }
 
 void X11TopLevel::SetTitle(const std::string& title) {
+    m_strTitle = title;
     const auto length = static_cast<std::uint32_t>(title.size());
     const xcb_atom_t utf8 = m_connection.Atom(X11Atom::Utf8String);
     for (const xcb_atom_t property : {xcb_atom_t{XCB_ATOM_WM_NAME}, m_connection.Atom(X11Atom::NetWmName)}) {
@@ -143,7 +167,7 @@ void X11TopLevel::SetVisible(bool visible) {
     m_bVisible = visible;
     m_bViewable = false;
     if (visible) {
-        xcb_map_window(m_connection.Get(), m_window);
+        m_nMappedAt = xcb_map_window(m_connection.Get(), m_window).sequence;
         return;
     }
     xcb_unmap_window(m_connection.Get(), m_window);
@@ -174,7 +198,7 @@ void X11TopLevel::SetCursor(xcb_cursor_t cursor) {
 }
 
 void X11TopLevel::MakePixmap(X11Upload& upload, CSize size) {
-    m_pixmap.emplace(m_connection, upload, m_window, size);
+    m_pixmap.emplace(m_connection, upload, size);
     m_bPixmapNew = true;
 }
 
@@ -228,13 +252,35 @@ void X11TopLevel::OnReparent(const xcb_reparent_notify_event_t& event) {
 
 void X11TopLevel::OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence) {
     // What the server said before it knew of the last order to place the window is out of date.
-    if (static_cast<std::int32_t>(sequence - m_nPlacedAt) < 0) {
+    if (IsBefore(sequence, m_nPlacedAt)) {
         return;
     }
     m_rcTold = CRect::FromSize({event.x, event.y}, {event.width, event.height});
     // Within a manager's frame only a notice of the manager's own speaks of places on the screen.
     const bool isOfManager = (event.response_type & 0x80) != 0;
     m_place = m_frame == 0 || isOfManager ? Place::Told : Place::Asked;
+}
+
+void X11TopLevel::OnUnmap(std::uint32_t sequence) {
+    // What comes of our own request was told before the server knew of the latest one to map it.
+    if (m_bVisible && m_frame == 0 && !IsBefore(sequence, m_nMappedAt)) {
+        m_bMayBeUnmapped = true;
+    }
+}
+
+bool X11TopLevel::SettleHidden() {
+    if (!std::exchange(m_bMayBeUnmapped, false) || !m_bVisible) {
+        return false;
+    }
+    // A manager that takes a window in hand unmaps it for a moment.
+    const auto reply =
+        m_connection.Ask<&xcb_get_window_attributes_reply>(xcb_get_window_attributes(m_connection.Get(), m_window));
+    if (!reply || reply->map_state != XCB_MAP_STATE_UNMAPPED) {
+        return false;
+    }
+    m_bVisible = false;
+    m_bViewable = false;
+    return true;
 }
 
 bool X11TopLevel::SettleRect() {

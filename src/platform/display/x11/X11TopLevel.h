@@ -28,7 +28,9 @@ public:
     /// What stands among the children of the root: the manager's frame round the window, or the window.
     [[nodiscard]] xcb_window_t Outermost() const { return m_frame != 0 ? m_frame : m_window; }
 
-    void SetOwner(xcb_window_t owner);
+    [[nodiscard]] TopLevelId Owner() const { return m_owner; }
+    /// The owner's window on the server, as a hint for window managers.
+    void SetOwnerHint(xcb_window_t owner);
     void SetTitle(const std::string& title);
     void SetRect(const CRect& rect);
     void SetVisible(bool visible);
@@ -38,11 +40,17 @@ public:
     [[nodiscard]] std::shared_ptr<Surface> MakeSurface(X11Upload& upload, CSize size);
     void Present(X11Upload& upload, const Surface& pixels, const Region& dirty);
 
-    // News of a managed window.
+    // News from the server; those of places are handed on for managed windows only.
 
     void OnReparent(const xcb_reparent_notify_event_t& event);
     void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
     void OnMap() { m_bViewable = true; }
+    void OnUnmap(std::uint32_t sequence);
+    /// Another program has destroyed the window. Makes another one, hidden, with everything that this one had but its
+    /// owner's hint.
+    void Recreate();
+    /// Whether another program has unmapped the window, which is hidden from then on; may wait for an answer.
+    [[nodiscard]] bool SettleHidden();
     /// Takes over where the manager has put the window; may wait for an answer. False: the window is where it was
     /// thought to be.
     [[nodiscard]] bool SettleRect();
@@ -61,6 +69,8 @@ private:
     X11Connection& m_connection;
     TopLevelId m_id;
     TopLevelKind m_kind;
+    TopLevelId m_owner;
+    std::string m_strTitle;
     CRect m_rcPlace;
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
@@ -68,9 +78,11 @@ private:
     bool m_bPixmapNew = false;          // nothing was presented yet
     bool m_bVisible = false;
     bool m_bViewable = false;
+    bool m_bMayBeUnmapped = false;  // the server has told so, but not who did it
     Place m_place = Place::Known;
     CRect m_rcTold;
     std::uint32_t m_nPlacedAt = 0;  // number of the request that placed it last
+    std::uint32_t m_nMappedAt = 0;
 };
 
 }  // namespace veldan

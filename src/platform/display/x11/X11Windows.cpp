@@ -7,7 +7,26 @@ namespace veldan {
 void X11Windows::Add(std::unique_ptr<X11TopLevel> topLevel) {
     m_byWindow[topLevel->Window()] = topLevel.get();
     const TopLevelId id = topLevel->Id();
+    SetOwnerHint(*topLevel);
     m_byId[id] = std::move(topLevel);
+}
+
+void X11Windows::SetOwnerHint(X11TopLevel& topLevel) const {
+    if (const X11TopLevel* owner = Find(topLevel.Owner())) {
+        topLevel.SetOwnerHint(owner->Window());
+    }
+}
+
+void X11Windows::Recreate(X11TopLevel& topLevel) {
+    m_byWindow.erase(topLevel.Window());
+    topLevel.Recreate();
+    m_byWindow[topLevel.Window()] = &topLevel;
+    SetOwnerHint(topLevel);
+    for (const auto& [id, other] : m_byId) {
+        if (other->Owner() == topLevel.Id()) {
+            other->SetOwnerHint(topLevel.Window());
+        }
+    }
 }
 
 void X11Windows::Remove(TopLevelId id) {

@@ -12,6 +12,8 @@ class X11Windows {
 public:
     void Add(std::unique_ptr<X11TopLevel> topLevel);
     void Remove(TopLevelId id);
+    /// Makes a window anew that another program has destroyed.
+    void Recreate(X11TopLevel& topLevel);
     void Clear();
 
     /// Null where there is no such window.
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] auto end() const { return m_byId.end(); }
 
 private:
+    void SetOwnerHint(X11TopLevel& topLevel) const;
+
     std::unordered_map<TopLevelId, std::unique_ptr<X11TopLevel>> m_byId;
     std::unordered_map<xcb_window_t, X11TopLevel*> m_byWindow;
 };
