@@ -249,6 +249,18 @@ TEST_F(FrameTest, HearsOfMovesAndOfTheWishToCloseItAndComesBackWhenHidden) {
     EXPECT_TRUE(WaitUntil([&] { return WindowOf(kFrame) != 0; }));
 }
 
+TEST_F(FrameTest, IsMadeNoSmallerThanItsHostWants) {
+    constexpr CSize kSmallest{260, 200};
+    const TopLevelTraits traits{.kind = TopLevelKind::Frame, .title = TitleOf(kFrame), .smallest = kSmallest};
+    m_display->CreateTopLevel(kFrame, traits, {400, 300, 800, 600});
+    m_display->SetVisible(kFrame, true);
+    m_display->SetRect(kFrame, {300, 200, 700, 500});
+    m_display->Sync();
+    ASSERT_TRUE(WaitUntil([&] { return WindowOf(kFrame) != 0; }));
+    m_hand.AskToResize(WindowOf(kFrame), {50, 50});
+    EXPECT_TRUE(WaitUntil([&] { return m_hand.RectOf(WindowOf(kFrame)).Size() == kSmallest; }));
+}
+
 class ScreenTest : public X11DisplayTest {};
 
 TEST_F(ScreenTest, SizeOfTheScreenFollowsTheServer) {

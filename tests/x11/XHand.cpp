@@ -156,6 +156,12 @@ void XHand::AskToMove(xcb_window_t window, CPoint screen) {
     Sync();
 }
 
+void XHand::AskToResize(xcb_window_t window, CSize size) {
+    const std::uint32_t sides[] = {static_cast<std::uint32_t>(size.cx), static_cast<std::uint32_t>(size.cy)};
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, sides);
+    Sync();
+}
+
 void XHand::AskToClose(xcb_window_t window) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

@@ -88,6 +88,7 @@ public:
     [[nodiscard]] bool SwitchWindow();
     /// What a person does with a window through its manager.
     void AskToMove(xcb_window_t window, CPoint screen);
+    void AskToResize(xcb_window_t window, CSize size);
     void AskToClose(xcb_window_t window);
 
     /// Looks to programs like a compositor from now on; nothing is composed.

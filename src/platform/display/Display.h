@@ -27,6 +27,7 @@ struct TopLevelTraits {
     TopLevelKind kind = TopLevelKind::Popup;
     std::string title{};
     TopLevelId owner = 0;
+    CSize smallest{};  ///< Of a frame: a window manager makes it no smaller.
 };
 
 enum class StackPlace { Top, Bottom, Below };

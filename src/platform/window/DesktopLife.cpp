@@ -46,8 +46,8 @@ HWND Desktop::CreateWindow(CWnd& object, const WindowClass& windowClass, const C
         record.topLevel = std::make_unique<TopLevelState>();
         record.topLevel->owner = TopLevelOf(create.parent);
         m_topLevels.insert(m_topLevels.begin(), window);
-        GetDisplay().CreateTopLevel(window.Value(), {KindOf(record), record.text, record.topLevel->owner.Value()},
-                                    record.rect);
+        const TopLevelTraits traits{KindOf(record), record.text, record.topLevel->owner.Value(), windowClass.smallest};
+        GetDisplay().CreateTopLevel(window.Value(), traits, record.rect);
         InvalidateArea(record, record.ClientRect(), true);
     }
     object.m_hWnd = window;

@@ -29,6 +29,7 @@ struct WindowClass {
     const char* name;
     UINT style = 0;
     CursorShape cursor = CursorShape::Arrow;
+    CSize smallest{};  ///< Of a frame: the size below which nobody can shrink it; {} for any.
 };
 
 enum class ShowCommand { Hide, Show, ShowNoActivate };

@@ -148,9 +148,10 @@ void MemoryDisplay::FocusForeignWindow(TopLevelId id) {
 
 void MemoryDisplay::MoveFrame(TopLevelId id, const CRect& rect) {
     if (Window* window = Find(id)) {
-        window->rect = rect;
+        window->rect = CRect::FromSize(rect.TopLeft(), {std::max(rect.Width(), window->smallest.cx),
+                                                        std::max(rect.Height(), window->smallest.cy)});
         Send(DisplayEventKind::Moved, id);
-        m_events.back().rect = rect;
+        m_events.back().rect = window->rect;
         PointerMayHaveCrossed();
     }
 }
@@ -213,6 +214,7 @@ void MemoryDisplay::CreateTopLevel(TopLevelId id, const TopLevelTraits& traits, 
     window.kind = traits.kind;
     window.title = traits.title;
     window.rect = rect;
+    window.smallest = traits.smallest;
     m_windows.insert(m_windows.begin(), std::move(window));
 }
 

@@ -30,7 +30,7 @@ public:
     TopLevelId AddForeignWindow(const CRect& rect);
     /// What a window manager's switch to another program does: the focus goes, no button is pressed.
     void FocusForeignWindow(TopLevelId id);
-    /// A window manager moves a frame.
+    /// A window manager moves a frame, and makes it no smaller than its host wants it.
     void MoveFrame(TopLevelId id, const CRect& rect);
     void RequestClose(TopLevelId id);
     /// Another program unmaps a window of ours.
@@ -75,6 +75,7 @@ private:
         bool foreign = false;
         bool visible = false;
         CRect rect;
+        CSize smallest;
         std::string title;
         CursorShape cursor = CursorShape::Arrow;
         std::unique_ptr<Surface> pixels;

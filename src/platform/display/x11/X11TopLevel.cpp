@@ -45,6 +45,7 @@ X11TopLevel::X11TopLevel(X11Connection& connection, TopLevelId id, const TopLeve
       m_kind(traits.kind),
       m_owner(traits.owner),
       m_strTitle(traits.title),
+      m_szSmallest(traits.smallest),
       m_rcPlace(rect) {
     Create();
 }
@@ -117,6 +118,7 @@ void X11TopLevel::SetSizeHints() {
     xcb_size_hints_t hints{};
     xcb_icccm_size_hints_set_position(&hints, 1, m_rcPlace.left, m_rcPlace.top);
     xcb_icccm_size_hints_set_size(&hints, 1, Side(m_rcPlace.Width()), Side(m_rcPlace.Height()));
+    xcb_icccm_size_hints_set_min_size(&hints, Side(m_szSmallest.cx), Side(m_szSmallest.cy));
     // The rectangle is that of the window itself, whatever the manager puts around it.
     xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
     hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;

@@ -71,6 +71,7 @@ private:
     TopLevelKind m_kind;
     TopLevelId m_owner;
     std::string m_strTitle;
+    CSize m_szSmallest;
     CRect m_rcPlace;
     xcb_window_t m_window = 0;
     xcb_window_t m_frame = 0;
