@@ -1,5 +1,7 @@
 #include "Demo.h"
 
+#include "MenuWindow.h"
+
 #include "platform/core/File.h"
 #include "platform/display/memory/MemoryDisplay.h"
 #include "platform/draw/Png.h"
@@ -80,8 +82,8 @@ bool RunDemo(HostWindow& host, const std::string& folder) {
     if (!player.IsReady()) {
         return false;
     }
-    const CPoint button = host.ClientToScreen({120, 80});
-    const CPoint menu = host.ClientToScreen({24, 102});
+    const CPoint button = host.ButtonRect().TopLeft() + CPoint{96, 16};
+    const CPoint menu = MenuPlaceBeside(host.ButtonRect());
     player.Wait(50);
     bool done = player.Picture("host");
     player.Click(button);

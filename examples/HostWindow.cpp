@@ -1,96 +1,87 @@
 #include "HostWindow.h"
 
+#include "Colours.h"
+#include "MenuWindow.h"
+
 #include "platform/core/Path.h"
 #include "platform/draw/DC.h"
+#include "platform/draw/Graphics.h"
 #include "platform/window/Desktop.h"
 #include "veldan/veldan.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 using namespace veldan;
 
 namespace {
 
 constexpr UINT kOpenId = 1;
-constexpr CRect kButton{24, 64, 224, 100};
 
-constexpr COLORREF kPaper = RGB(246, 244, 242);
-constexpr COLORREF kRule = RGB(221, 215, 210);
-constexpr COLORREF kInk = RGB(44, 36, 32);
-constexpr COLORREF kFaintInk = RGB(122, 108, 100);
-constexpr COLORREF kAccent = RGB(111, 50, 23);
-constexpr COLORREF kHotAccent = RGB(146, 64, 26);
-constexpr COLORREF kPressedAccent = RGB(84, 36, 15);
-constexpr COLORREF kOnAccent = RGB(255, 248, 240);
+constinit const WindowClass kHostClass{"host", 0, CursorShape::Arrow, {260, 200}};
 
-void Tell(const char* word, const CString& text) {
+constexpr int kMargin = 24;
+constexpr CRect kButton{kMargin, 64, 224, 100};
+constexpr int kRuleTop = 118;
+constexpr CRect kTile{kMargin, 132, 68, 176};
+constexpr float kLargestIcon = 36;
+constexpr int kTextLeft = 80;
+
+/// A press that takes the focus from the menu closes it a moment before the button gets to know of the press.
+constexpr std::int64_t kSamePress = 250;  // milliseconds
+
+void Print(const char* word, const CString& text) {
     std::printf("%s %s\n", word, text.c_str());
     std::fflush(stdout);
 }
 
-void DrawLine(CDC& dc, const CString& text, CRect rect, CFont& font, COLORREF colour, UINT format = DT_LEFT) {
+void DrawLine(CDC& dc, const CString& text, CRect rect, CFont& font, COLORREF colour) {
     dc.SelectObject(&font);
     dc.SetTextColor(colour);
-    dc.DrawText(text, rect, format | DT_SINGLELINE | DT_VCENTER);
+    dc.DrawText(text, rect, DT_LEFT | DT_SINGLELINE | DT_VCENTER);
+}
+
+/// Draws an icon in the middle of a box, on the menu's colour, for which it was made. It shrinks if it doesn't fit.
+void DrawIcon(CDC& dc, Image& icon, const CRect& box) {
+    const auto width = static_cast<float>(icon.GetWidth());
+    const auto height = static_cast<float>(icon.GetHeight());
+    if (width <= 0 || height <= 0) {
+        return;
+    }
+    CBrush brush(kAccent);
+    CPen pen(1, kAccent);
+    dc.SelectObject(&brush);
+    dc.SelectObject(&pen);
+    dc.RoundRect(box, {10, 10});
+    const auto room = static_cast<float>(box.Width());
+    const float scale = std::min({1.0F, kLargestIcon / width, kLargestIcon / height});
+    const RectF place{static_cast<float>(box.left) + (room - width * scale) / 2,
+                      static_cast<float>(box.top) + (room - height * scale) / 2, width * scale, height * scale};
+    Graphics(dc).DrawImageRectRect(&icon, place, {0, 0, width, height});
 }
 
 }  // namespace
 
-const MessageMap& OpenButton::GetMessageMap() const {
-    static constexpr MessageMapEntry kEntries[] = {
-        On<WM_MOUSEMOVE, &OpenButton::OnMouseMove>(),
-        On<WM_MOUSELEAVE, &OpenButton::OnMouseLeave>(),
-    };
-    static const MessageMap kMap{&CButton::ClassMessageMap(), kEntries};
-    return kMap;
-}
-
-void OpenButton::OnMouseMove(UINT /*flags*/, CPoint /*point*/) {
-    if (!m_bHot) {
-        m_bHot = TrackMouseEvent(TME_LEAVE, 0);
-        Invalidate();
-    }
-    Default();
-}
-
-LRESULT OpenButton::OnMouseLeave(WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    m_bHot = false;
-    Invalidate();
-    return 0;
-}
-
-void OpenButton::DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) {
-    CDC& dc = *lpDrawItemStruct->pDC;
-    const CRect rect = lpDrawItemStruct->rcItem;
-    const bool pressed = (lpDrawItemStruct->itemState & ODS_SELECTED) != 0;
-    const COLORREF colour = pressed ? kPressedAccent : m_bHot ? kHotAccent : kAccent;
-    dc.FillSolidRect(rect, kPaper);
-    CBrush brush(colour);
-    CPen pen(1, colour);
-    dc.SelectObject(&brush);
-    dc.SelectObject(&pen);
-    dc.RoundRect(rect, {10, 10});
-    dc.SetBkMode(TRANSPARENT);
-    CFont font(17, kFontBold);
-    DrawLine(dc, GetWindowText(), rect, font, kOnAccent, DT_CENTER);
-}
-
 bool HostWindow::Create(const CRect& rect) {
-    return CreateEx(0, kPlainClass, "veldan host", WS_OVERLAPPED, rect, {}, 0) &&
+    const CSize size{std::max(rect.Width(), kHostClass.smallest.cx), std::max(rect.Height(), kHostClass.smallest.cy)};
+    return CreateEx(0, kHostClass, "Convert a Video - veldan host", WS_OVERLAPPED,
+                    CRect::FromSize(rect.TopLeft(), size), {}, 0) &&
            m_button.Create("Choose a profile", WS_VISIBLE | BS_OWNERDRAW, kButton, this, kOpenId) &&
            (ShowWindow(SW_SHOW), true);
 }
 
 void HostWindow::ShowMenu(CPoint screen) {
     VELDAN_ShowProfileMenus(this, screen.x, screen.y, kMsgPicked);
-    Tell("shown", Format("%d %d", screen.x, screen.y));
+    m_bMenuWasOpen = true;
+    Print("shown", Format("%d %d", screen.x, screen.y));
 }
 
 const MessageMap& HostWindow::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
         On<WM_ERASEBKGND, &HostWindow::OnEraseBkgnd>(), On<WM_SIZE, &HostWindow::OnSize>(),
-        On<WM_CLOSE, &HostWindow::OnClose>(),           OnCommand<kOpenId, &HostWindow::OnOpen>(),
-        OnMessage<kMsgPicked, &HostWindow::OnPicked>(),
+        On<WM_SETFOCUS, &HostWindow::OnSetFocus>(),     On<WM_CLOSE, &HostWindow::OnClose>(),
+        OnCommand<kOpenId, &HostWindow::OnOpen>(),      OnMessage<kMsgPicked, &HostWindow::OnPicked>(),
     };
     static const MessageMap kMap{&CWnd::ClassMessageMap(), kEntries};
     return kMap;
@@ -99,38 +90,86 @@ const MessageMap& HostWindow::GetMessageMap() const {
 BOOL HostWindow::OnEraseBkgnd(CDC* pDC) {
     const CRect client = GetClientRect();
     pDC->FillSolidRect(client, kPaper);
-    pDC->FillSolidRect({24, 118, client.right - 24, 119}, kRule);
+    pDC->FillSolidRect({kMargin, kRuleTop, client.right - kMargin, kRuleTop + 1}, kRule);
     pDC->SetBkMode(TRANSPARENT);
     CFont title(20, kFontBold);
-    CFont text(15, kFontNormal);
-    DrawLine(*pDC, "Convert a video", {24, 20, client.right - 24, 52}, title, kInk);
-    const bool picked = !m_strPicked.empty();
-    DrawLine(*pDC, "Profile", {24, 128, 84, 152}, text, kFaintInk);
-    DrawLine(*pDC, picked ? m_strPicked : CString("none picked yet"), {84, 128, client.right - 24, 152}, text,
-             picked ? kInk : kFaintInk);
+    DrawLine(*pDC, "Convert a video", {kMargin, 20, client.right - kMargin, 52}, title, kInk);
+    DrawPicked(*pDC);
     return TRUE;
+}
+
+void HostWindow::DrawPicked(CDC& dc) const {
+    const int right = GetClientRect().right - kMargin;
+    CFont text(15, kFontNormal);
+    if (m_picked.caption.empty()) {
+        DrawLine(dc, "No profile chosen yet", {kMargin, kTile.top, right, kTile.bottom}, text, kFaintInk);
+        return;
+    }
+    if (m_picked.icon) {
+        DrawIcon(dc, *m_picked.icon, kTile);
+    }
+    CFont caption(15, kFontBold);
+    const int middle = m_picked.comment.empty() ? kTile.bottom : (kTile.top + kTile.bottom) / 2;
+    DrawLine(dc, m_picked.caption, {kTextLeft, kTile.top, right, middle}, caption, kInk);
+    DrawLine(dc, m_picked.comment, {kTextLeft, middle, right, kTile.bottom}, text, kFaintInk);
 }
 
 void HostWindow::OnSize(UINT /*type*/, int /*width*/, int /*height*/) {
     Invalidate();
 }
 
+/// The focus comes back from a menu that has closed.
+void HostWindow::OnSetFocus(CWnd* /*pOther*/) {
+    if (m_bMenuWasOpen && !IsMenuVisible()) {
+        m_bMenuWasOpen = false;
+        m_nMenuClosedAt = Desktop::Get().GetClock().Now();
+    }
+    Default();
+}
+
+/// Looks at the button's input before the button does.
+bool HostWindow::PreTranslateMessage(MSG& message) {
+    if (message.hwnd == m_button.GetSafeHwnd()) {
+        switch (message.message) {
+            case WM_MOUSEMOVE:
+                m_bMenuWasOpen = IsMenuVisible();
+                break;
+            case WM_LBUTTONDOWN:
+            case WM_LBUTTONDBLCLK:
+                m_bPressClosesMenu = IsMenuVisible() || message.time - m_nMenuClosedAt < kSamePress;
+                m_bMenuWasOpen = false;
+                m_nMenuClosedAt = 0;
+                break;
+            case WM_KEYDOWN:
+                m_bPressClosesMenu = false;
+                break;
+            default:
+                break;
+        }
+    }
+    return CWnd::PreTranslateMessage(message);
+}
+
 void HostWindow::OnClose() {
-    Desktop::Get().PostQuitMessage(0);
+    m_bDone = true;
 }
 
 void HostWindow::OnOpen() {
-    ShowMenu(ClientToScreen({kButton.left, kButton.bottom + 2}));
+    if (std::exchange(m_bPressClosesMenu, false) || IsMenuVisible()) {
+        VELDAN_HideProfileMenus();
+    } else {
+        ShowMenu(MenuPlaceBeside(ButtonRect()));
+    }
 }
 
 LRESULT HostWindow::OnPicked(WPARAM /*wParam*/, LPARAM lParam) {
     const CString path = reinterpret_cast<const char*>(lParam);
-    Tell("picked", path);
-    Tell("file", ToSystemPath(path));
-    m_strPicked = path.substr(path.rfind('\\') + 1);
+    const CString file = ToSystemPath(path);
+    Print("picked", path);
+    Print("file", file);
+    m_picked = ReadPickedProfile(file);
+    m_bMenuWasOpen = false;
     Invalidate();
-    if (m_bExitAfterPick) {
-        Desktop::Get().PostQuitMessage(0);
-    }
+    m_bDone = m_bDone || m_bExitAfterPick;
     return 0;
 }

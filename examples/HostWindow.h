@@ -1,23 +1,14 @@
 #pragma once
 
-#include "platform/widgets/Button.h"
+#include "OpenButton.h"
+#include "PickedProfile.h"
+
 #include "platform/window/Wnd.h"
 
-/// The button that opens the menu.
-class OpenButton : public veldan::CButton {
-protected:
-    [[nodiscard]] const veldan::MessageMap& GetMessageMap() const override;
-    void DrawItem(veldan::DRAWITEMSTRUCT* lpDrawItemStruct) override;
+#include <cstdint>
 
-private:
-    void OnMouseMove(veldan::UINT flags, veldan::CPoint point);
-    veldan::LRESULT OnMouseLeave(veldan::WPARAM wParam, veldan::LPARAM lParam);
-
-    bool m_bHot = false;
-};
-
-/// A small host: a window with a button that opens the profile menu below it, and a line that tells the last pick.
-/// Writes what happens to the standard output.
+/// A small host: a window with a button that opens the profile menu below it, and the profile that was picked last.
+/// Prints what happens to the standard output.
 class HostWindow : public veldan::CWnd {
 public:
     /// The number that this host chose for the pick.
@@ -25,20 +16,33 @@ public:
 
     bool Create(const veldan::CRect& rect);
     void ShowMenu(veldan::CPoint screen);
-    /// Leave the loop when a pick is over.
     void SetExitAfterPick(bool exit) { m_bExitAfterPick = exit; }
+    /// The person has closed the window, or picked a profile where the first pick is the end.
+    [[nodiscard]] bool IsDone() const { return m_bDone; }
+    /// On the screen.
+    [[nodiscard]] veldan::CRect ButtonRect() const { return m_button.GetWindowRect(); }
 
 protected:
     [[nodiscard]] const veldan::MessageMap& GetMessageMap() const override;
+    bool PreTranslateMessage(veldan::MSG& message) override;
 
 private:
     veldan::BOOL OnEraseBkgnd(veldan::CDC* pDC);
     void OnSize(veldan::UINT type, int width, int height);
+    void OnSetFocus(veldan::CWnd* pOther);
     void OnClose();
     void OnOpen();
     veldan::LRESULT OnPicked(veldan::WPARAM wParam, veldan::LPARAM lParam);
 
+    void DrawPicked(veldan::CDC& dc) const;
+
     OpenButton m_button;
-    veldan::CString m_strPicked;
+    PickedProfile m_picked;
     bool m_bExitAfterPick = false;
+    bool m_bDone = false;
+
+    // A press on the button closes an open menu, and must not open it again.
+    bool m_bMenuWasOpen = false;  // when it was last looked at
+    std::int64_t m_nMenuClosedAt = 0;
+    bool m_bPressClosesMenu = false;
 };

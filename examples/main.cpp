@@ -7,14 +7,19 @@
 #include "platform/window/Desktop.h"
 #include "veldan/veldan.h"
 
+#include <poll.h>
+
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
 constexpr int kFault = 2;
+constexpr int kNoDisplay = 3;
 
-int RunHost(const Options& options, const std::string& base) {
+/// `run` gets the host's window, with the menu made; its result is the program's exit status.
+template <class Run>
+int RunHost(const Options& options, const std::string& base, Run run) {
     veldan::StartMessageSpy(veldan::Desktop::Get());
     HostWindow host;
     if (!host.Create(options.window)) {
@@ -25,18 +30,53 @@ int RunHost(const Options& options, const std::string& base) {
     VELDAN_InitProfileMenus(&host, base.c_str());
     std::puts("ready");
     std::fflush(stdout);
-    host.SetExitAfterPick(options.exitAfterPick);
-    if (options.show) {
-        host.ShowMenu(*options.show);
-    }
-    int result = 0;
-    if (options.demo.empty()) {
-        veldan::Desktop::Get().Run();
-    } else {
-        result = RunDemo(host, options.demo) ? 0 : kFault;
-    }
+    const int result = run(host);
     VELDAN_ReleaseProfileMenus();
     return result;
+}
+
+/// A loop of the host's own. When the display goes away, all windows count as hidden, and nobody can end the host but
+/// the host itself.
+int RunLoop(const HostWindow& host) {
+    veldan::Desktop& desktop = veldan::Desktop::Get();
+    pollfd descriptor{desktop.Descriptor(), POLLIN, 0};
+    while (!host.IsDone() && host.IsWindowVisible()) {
+        poll(&descriptor, 1, -1);
+        desktop.Dispatch();
+    }
+    if (!host.IsDone()) {
+        std::fputs("veldan-host: the display is gone\n", stderr);
+        return kFault;
+    }
+    return 0;
+}
+
+int ServePerson(const Options& options) {
+    if (veldan::Desktop::Get().GetDisplay().Name() == "memory") {
+        std::fputs("veldan-host: no display answers; set DISPLAY, or draw pictures with --demo DIR\n", stderr);
+        return kNoDisplay;
+    }
+    const std::string base = options.base.empty() ? SampleBase() : options.base;
+    if (base.empty()) {
+        return kFault;
+    }
+    return RunHost(options, base, [&](HostWindow& host) {
+        host.SetExitAfterPick(options.exitAfterPick);
+        if (options.show) {
+            host.ShowMenu(*options.show);
+        }
+        return RunLoop(host);
+    });
+}
+
+int DrawDemo(const Options& options) {
+    setenv("VELDAN_DISPLAY", "memory", 1);
+    const TemporaryCatalogue catalogue(options.base);
+    if (catalogue.Base().empty()) {
+        return kFault;
+    }
+    return RunHost(options, catalogue.Base(),
+                   [&](HostWindow& host) { return RunDemo(host, options.demo) ? 0 : kFault; });
 }
 
 }  // namespace
@@ -46,15 +86,12 @@ int main(int argc, char** argv) {
     if (!options) {
         return kFault;
     }
+    if (options->help || options->version) {
+        std::fputs(options->help ? kHelp : "veldan-host " VELDAN_VERSION "\n", stdout);
+        return 0;
+    }
     if (!options->log.empty()) {
         setenv("VELDAN_LOG_DIR", options->log.c_str(), 1);
     }
-    if (!options->demo.empty()) {
-        setenv("VELDAN_DISPLAY", "memory", 1);
-    } else if (veldan::Desktop::Get().GetDisplay().Name() == "memory") {
-        std::fputs("veldan-host: no display answers; set DISPLAY, or draw pictures with --demo DIR\n", stderr);
-        return kFault;
-    }
-    const std::string base = options->base.empty() ? SampleBase() : options->base;
-    return base.empty() ? kFault : RunHost(*options, base);
+    return options->demo.empty() ? ServePerson(*options) : DrawDemo(*options);
 }

@@ -1,7 +1,10 @@
 # shellcheck shell=bash
 # What the scripts beside this file share. To be sourced; it leaves the shell in the root of the sources.
 
-cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
+# The folder that the script was started in.
+readonly start_folder=$PWD
+
+CDPATH='' cd -- "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
 # packages_for USE...: names of the packages for these uses, one a line.
 packages_for() {
@@ -28,7 +31,7 @@ as_root() {
     fi
 }
 
-# ensure_packages USE...: installs what is missing, or tells how to and ends the script.
+# ensure_packages USE...: installs what is missing, or says why it can't and ends the script.
 ensure_packages() {
     if ! command -v dpkg-query >/dev/null; then
         echo "This is no Debian system: what scripts/packages lists is taken to be here." >&2
@@ -37,13 +40,34 @@ ensure_packages() {
     local missing
     mapfile -t missing < <(missing_packages "$@")
     [ "${#missing[@]}" -gt 0 ] || return 0
-    echo "Installing: ${missing[*]}"
-    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
-    if ! { as_root "${apt[@]}" update && as_root "${apt[@]}" install -y --no-install-recommends "${missing[@]}"; }; then
-        echo "Packages are missing and could not be installed. As root, type:" >&2
+    if ! as_root true 2>/dev/null; then
+        echo "Packages are missing, and only root can install them. As root, type:" >&2
         echo "  apt-get update && apt-get install -y --no-install-recommends ${missing[*]}" >&2
         exit 1
     fi
+    echo "Installing: ${missing[*]}"
+    install_packages "${missing[@]}" || exit 1
+}
+
+# install_packages NAME...: does that, or says in one line why not. Stale lists and a source that doesn't answer are no
+# reason to give up before apt has tried.
+install_packages() {
+    local apt=(env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
+    local install=("${apt[@]}" install -y --no-install-recommends "$@")
+    local report
+    if report=$(as_root "${apt[@]}" -qq -o APT::Update::Error-Mode=any update 2>&1); then
+        as_root "${install[@]}" && return
+        echo "apt-get could not install the missing packages; it says why above." >&2
+        return 1
+    fi
+    as_root "${install[@]}" >/dev/null 2>&1 && return
+    if grep -Eq 'resolv|onnect|unreachable|timed out' <<<"$report"; then
+        echo "The packages above can't be installed: there is no network, or the servers in apt's sources don't answer." >&2
+    else
+        echo "$report" >&2
+        echo "apt-get could not update its lists of packages; it says why above." >&2
+    fi
+    return 1
 }
 
 # configure PRESET [OPTION...]: prepares build/PRESET; compilations go through ccache where it is installed.

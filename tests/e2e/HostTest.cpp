@@ -15,10 +15,17 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 constexpr CPoint kMenu{300, 60};
 constexpr CSize kMenuSize{507, 604};
 constexpr const char* kMenuTitle = "veldan menu";
+constexpr const char* kHostTitle = "Convert a Video - veldan host";
+constexpr CRect kScreen{0, 0, 1024, 768};
+// In the host's window: the button, and the tile behind the icon of the last pick.
+constexpr CRect kButton{24, 64, 224, 100};
+constexpr CPoint kTile{28, 154};
+constexpr std::uint32_t kTileColour = 0x6f3217;
 
 // A group with more profiles than fit, its place in the catalogue, and places in the menu, in its own pixels.
 constexpr const char* kLongGroup = "MP4 Video";
@@ -36,16 +43,29 @@ protected:
         m_hand = std::make_unique<XHand>(m_server.Name());
     }
 
-    void StartWithMenu(std::vector<std::string> options = {}) {
-        options.insert(options.begin(),
-                       {VELDAN_HOST, "--base", m_catalogue.Base(), "--geometry", "260x330+20+40", "--show", "300,60"});
+    void Start(const CRect& rect, std::vector<std::string> options = {}) {
+        const auto text = [](int number) { return std::to_string(number); };
+        const std::string geometry =
+            text(rect.Width()) + "x" + text(rect.Height()) + "+" + text(rect.left) + "+" + text(rect.top);
+        options.insert(options.begin(), {VELDAN_HOST, "--base", m_catalogue.Base(), "--geometry", geometry});
         m_program = std::make_unique<Program>(options, Program::Environment{{"DISPLAY", m_server.Name()}});
         ASSERT_EQ(m_program->Line(), "ready") << m_program->Noise();
+        ASSERT_TRUE(WaitUntil([&] { return m_hand->RectOf(m_hand->FindWindow(kHostTitle)) == rect; }));
+    }
+    void StartWithMenu(std::vector<std::string> options = {}) {
+        options.insert(options.begin(), {"--show", "300,60"});
+        ASSERT_NO_FATAL_FAILURE(Start({20, 40, 280, 370}, options));
         ASSERT_EQ(m_program->Line(), "shown 300 60");
-        ASSERT_TRUE(WaitUntil([&] { return MenuWindow() != 0; }));
+        ASSERT_TRUE(WaitForMenu(true));
     }
 
     [[nodiscard]] xcb_window_t MenuWindow() const { return m_hand->FindWindow(kMenuTitle); }
+    [[nodiscard]] bool WaitForMenu(bool isVisible) const {
+        return WaitUntil([&] { return (MenuWindow() != 0) == isVisible; });
+    }
+    /// Of the host's window, on the screen.
+    [[nodiscard]] CPoint HostPlace() const { return m_hand->RectOf(m_hand->FindWindow(kHostTitle)).TopLeft(); }
+    [[nodiscard]] CRect Button() const { return kButton.Offset(HostPlace()); }
     /// Does something and waits for the rows to look different.
     template <class Act>
     [[nodiscard]] bool RowsChangeBy(Act act) const {
@@ -91,16 +111,53 @@ TEST_P(HostTest, MenuIsGoneAfterAPickAndTheNextPickIsTold) {
     m_hand->ClickAt(kMenu + RowPoint(0));
     EXPECT_THAT(m_program->Line(), HasSubstr("picked "));
     EXPECT_THAT(m_program->Line(), HasSubstr("file /"));
-    EXPECT_TRUE(WaitUntil([&] { return MenuWindow() == 0; }));
+    EXPECT_TRUE(WaitForMenu(false));
+    EXPECT_TRUE(m_hand->WaitForPixel(HostPlace() + kTile, kTileColour)) << "the host shows what was picked";
 
-    const CRect host = m_hand->RectOf(m_hand->FindWindow("veldan host"));
-    const CPoint shown = host.TopLeft() + CPoint{24, 102};
-    m_hand->ClickAt(host.TopLeft() + CPoint{100, 80});
+    const CPoint shown = HostPlace() + CPoint{24, 102};
+    m_hand->ClickAt(HostPlace() + CPoint{100, 80});
     EXPECT_EQ(m_program->Line(), "shown " + std::to_string(shown.x) + " " + std::to_string(shown.y));
-    ASSERT_TRUE(WaitUntil([&] { return MenuWindow() != 0; }));
+    ASSERT_TRUE(WaitForMenu(true));
     EXPECT_EQ(m_hand->RectOf(MenuWindow()).TopLeft(), shown);
     m_hand->ClickAt(shown + RowPoint(1));
     EXPECT_THAT(m_program->Line(), HasSubstr(m_catalogue.Entry(kLongGroup, "1")));
+}
+
+TEST_P(HostTest, PressOnTheButtonLeavesAnOpenMenuClosed) {
+    StartWithMenu();
+    ASSERT_TRUE(RowsChangeBy([&] { m_hand->Move(kMenu + kLongGroupButton); }));
+    m_hand->Move(Button().TopLeft() + CPoint{100, 16});
+    for (const bool isVisible : {false, true, false, true}) {
+        m_hand->Click();
+        ASSERT_TRUE(WaitForMenu(isVisible));
+    }
+    m_hand->ClickAt(m_hand->RectOf(MenuWindow()).TopLeft() + RowPoint(0));
+    for (const char* line : {"shown ", "shown ", "picked "}) {
+        EXPECT_THAT(m_program->Line(), StartsWith(line)) << "each second press opens it";
+    }
+}
+
+TEST_P(HostTest, MenuOfTheButtonStaysOnTheScreen) {
+    for (const CPoint host : {CPoint{700, 30}, {20, 550}, {700, 550}, {300, 300}}) {
+        SCOPED_TRACE(::testing::PrintToString(std::pair(host.x, host.y)));
+        ASSERT_NO_FATAL_FAILURE(Start(CRect::FromSize(host, {260, 200})));
+        m_hand->ClickAt(Button().TopLeft() + CPoint{100, 16});
+        ASSERT_TRUE(WaitForMenu(true));
+        const CRect menu = m_hand->RectOf(MenuWindow());
+        EXPECT_EQ(menu.Intersect(kScreen), menu);
+        EXPECT_EQ(menu.Size(), kMenuSize);
+        // With the window in the middle there is room for the menu neither above nor below the button.
+        EXPECT_EQ(menu.Intersects(Button()), host == (CPoint{300, 300}));
+        m_program.reset();
+        ASSERT_TRUE(WaitForMenu(false));
+    }
+}
+
+TEST_P(HostTest, EndsWhenTheServerDoes) {
+    StartWithMenu();
+    m_server.Kill();
+    EXPECT_EQ(m_program->Finish(), 2);
+    EXPECT_THAT(m_program->Noise(), HasSubstr("the display is gone"));
 }
 
 /// The example host without a server.
@@ -114,10 +171,11 @@ protected:
         m_iStatus = program.Finish();
         m_strErrors = program.Noise();
     }
-    void ExpectFault() const {
-        EXPECT_EQ(m_iStatus, 2);
+    void ExpectFault(int status, const std::string& about) const {
+        EXPECT_EQ(m_iStatus, status);
         EXPECT_THAT(m_strOutput, IsEmpty());
         EXPECT_THAT(m_strErrors, HasSubstr("veldan-host: "));
+        EXPECT_THAT(m_strErrors, HasSubstr(about));
     }
 
     std::string m_strOutput;
@@ -125,46 +183,88 @@ protected:
     int m_iStatus = -1;
 };
 
-TEST_F(HostProgramTest, OptionsThatMakeNoSenseAndAMissingDisplayAreFaults) {
+TEST_F(HostProgramTest, EachOptionThatMakesNoSenseIsNamed) {
+    const testing::TempFolder folder;
+    const std::string file = folder.Write("file", "");
     const std::vector<std::vector<std::string>> commands{{"--unknown"},
                                                          {"stray"},
                                                          {"--base"},
                                                          {"--base", ""},
+                                                         {"--base", "/nowhere"},
+                                                         {"--base", file},
+                                                         {"--base", folder.Path()},
+                                                         {"--base=" + folder.Path()},
                                                          {"--show", "1"},
                                                          {"--show", "1,2,3"},
-                                                         {"--show", "a,b"},
+                                                         {"--show=a,b"},
+                                                         {"--show", "--exit-after-pick"},
                                                          {"--demo"},
+                                                         {"--demo", folder / "missing"},
+                                                         {"--log", folder / "missing"},
+                                                         {"--log", file},
                                                          {"--geometry", "0x10+1+1"},
-                                                         {"--geometry", "300"},
-                                                         {"--exit-after-pick", "--show"}};
+                                                         {"--geometry", "300"}};
+    std::vector<std::string> all;
     for (const auto& options : commands) {
         SCOPED_TRACE(options.back());
-        Run(options);
-        ExpectFault();
+        Run(options, {{"DISPLAY", ":987"}});
+        ExpectFault(2, options.front().substr(0, options.front().find('=')));
+        EXPECT_THAT(m_strErrors, HasSubstr("--help"));
+        all.insert(all.end(), options.begin(), options.end());
     }
-    for (const char* display : {"", ":987", "nowhere"}) {
-        SCOPED_TRACE(display);
-        Run({"--base", "/nowhere"}, {{"DISPLAY", display}});
-        ExpectFault();
+    Run(all);
+    for (const auto& options : commands) {
+        ExpectFault(2, options.front().substr(0, options.front().find('=')));
     }
 }
 
-TEST_F(HostProgramTest, DemoWritesPicturesAndCopiesTheSamples) {
+TEST_F(HostProgramTest, MissingDisplayHasAStatusOfItsOwn) {
+    for (const char* display : {"", ":987", "nowhere"}) {
+        SCOPED_TRACE(display);
+        Run({"--base", VELDAN_SAMPLES}, {{"DISPLAY", display}});
+        ExpectFault(3, "no display answers");
+    }
+}
+
+TEST_F(HostProgramTest, ExplainsItself) {
+    for (const auto& [option, text] : {std::pair("--help", "--exit-after-pick"), {"--version", "veldan-host 0."}}) {
+        Run({option});
+        EXPECT_EQ(m_iStatus, 0);
+        EXPECT_THAT(m_strOutput, HasSubstr(text));
+        EXPECT_THAT(m_strErrors, IsEmpty());
+    }
+}
+
+/// The catalogue and its entries as they were before.
+class DemoTest : public HostProgramTest, public ::testing::WithParamInterface<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(On, DemoTest, ::testing::Values("", "catalogue"),
+                         [](const auto& base) { return *base.param == '\0' ? "Samples" : "ABase"; });
+
+TEST_P(DemoTest, WritesPicturesAndLeavesThePersonsListsAlone) {
     const testing::TempFolder folder;
-    std::filesystem::create_directories(folder.Path() + "/pictures");
-    Run({"--demo", folder / "pictures"}, {{"XDG_DATA_HOME", folder / "data"}});
+    for (const char* name : {"pictures", "data", "tmp"}) {
+        std::filesystem::create_directories(folder / name);
+    }
+    std::filesystem::copy(VELDAN_SAMPLES, folder / "catalogue", std::filesystem::copy_options::recursive);
+    const std::string index = folder.Read("catalogue/Profiles/Recent/order.ini");
+    std::vector<std::string> options{"--demo", folder / "pictures"};
+    if (*GetParam() != '\0') {
+        options.insert(options.end(), {"--base", folder / GetParam()});
+    }
+    Run(options, {{"XDG_DATA_HOME", folder / "data"}, {"TMPDIR", folder / "tmp"}});
 
     EXPECT_EQ(m_iStatus, 0);
     EXPECT_THAT(m_strErrors, IsEmpty());
-    EXPECT_THAT(m_strOutput, HasSubstr("file " + folder.Path() + "/data/veldan/Profiles/"));
+    EXPECT_THAT(m_strOutput, HasSubstr("\nfile " + folder / "tmp" + "/"));
+    EXPECT_THAT(folder.Names("data"), IsEmpty());
+    EXPECT_THAT(folder.Names("tmp"), IsEmpty());
+    EXPECT_EQ(folder.Read("catalogue/Profiles/Recent/order.ini"), index);
     const auto pictures = folder.Names("pictures");
     EXPECT_EQ(pictures.size(), 8U);
     for (const CString& name : pictures) {
-        EXPECT_THAT(folder.Read("pictures/" + name), ::testing::StartsWith("\x89PNG\r\n\x1a\n")) << name;
+        EXPECT_THAT(folder.Read("pictures/" + name), StartsWith("\x89PNG\r\n\x1a\n")) << name;
     }
-    Run({"--demo", folder / "missing"}, {{"XDG_DATA_HOME", folder / "data"}});
-    EXPECT_EQ(m_iStatus, 2);
-    EXPECT_THAT(m_strErrors, HasSubstr("veldan-host: can't write "));
 }
 
 /// A host written in C links against what the library exports, and finds its calls harmless.

@@ -1,0 +1,47 @@
+#include "MenuWindow.h"
+
+#include "platform/window/Desktop.h"
+#include "platform/window/Wnd.h"
+
+#include <algorithm>
+
+using namespace veldan;
+
+namespace {
+
+constexpr int kGap = 2;
+
+/// Null before Init and after Release.
+const CWnd* FindMenu() {
+    for (const HWND window : Desktop::Get().TopLevels()) {
+        const CWnd* object = CWnd::FromHandle(window);
+        if (object != nullptr && object->GetWindowText() == "veldan menu") {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+/// The start of a piece of this length that begins at `wish` or as near to it as the room allows. What is longer than
+/// the room begins where the room does.
+int ShiftInto(int from, int to, int wish, int length) {
+    return std::max(from, std::min(wish, to - length));
+}
+
+}  // namespace
+
+bool IsMenuVisible() {
+    const CWnd* menu = FindMenu();
+    return menu != nullptr && menu->IsWindowVisible();
+}
+
+CPoint MenuPlaceBeside(const CRect& button) {
+    const CWnd* menu = FindMenu();
+    const CSize size = menu != nullptr ? menu->GetWindowRect().Size() : CSize();
+    const CRect screen = Desktop::Get().GetDisplay().ScreenRect();
+    const int below = button.bottom + kGap;
+    const int above = button.top - kGap - size.cy;
+    const bool isAbove = below + size.cy > screen.bottom && above >= screen.top;
+    return {ShiftInto(screen.left, screen.right, button.left, size.cx),
+            ShiftInto(screen.top, screen.bottom, isAbove ? above : below, size.cy)};
+}
