@@ -2,9 +2,9 @@
 
 #include "platform/display/DisplayFactory.h"
 #include "platform/draw/Font.h"
-#include "platform/window/Wnd.h"
+#include "platform/window/MessageLoop.h"
+#include "platform/window/WindowLife.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace veldan {
@@ -19,10 +19,36 @@ Desktop*& TheDesktop() {
 
 }  // namespace
 
+/// Each part knows those above it only.
+struct Desktop::Parts {
+    Parts(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
+        : context(std::move(display), std::move(clock)) {
+        // Hiding and death reach the parts in this order.
+        for (WindowListener* part :
+             std::initializer_list<WindowListener*>{&queue, &timers, &surfaces, &painting, &pointer, &activation}) {
+            tree.Listen(*part);
+        }
+    }
+
+    DesktopContext context;
+    WindowTree tree;
+    Messenger messenger{tree, context.GetClock()};
+    MessageQueue queue{context, tree, messenger};
+    InputQueue events{context};
+    Timers timers{context, tree, messenger};
+    Surfaces surfaces{context, tree};
+    Painting painting{context, tree, messenger, surfaces};
+    Activation activation{context, tree, messenger, events};
+    Pointer pointer{context, tree, messenger, queue, activation};
+    Keyboard keyboard{messenger, queue, activation};
+    WindowState state{context, tree, messenger, events, painting, surfaces, activation};
+    WindowLife life{context, tree, messenger, state};
+    Input input{events, queue, pointer, keyboard, activation, state};
+    MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, timers};
+};
+
 Desktop::Desktop(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
-    : m_clock(std::move(clock)), m_display(std::move(display)) {
-    m_waitSet.Watch(m_display->Descriptor());
-}
+    : m_parts(std::make_unique<Parts>(std::move(display), std::move(clock))) {}
 
 Desktop::~Desktop() = default;
 
@@ -42,137 +68,236 @@ std::unique_ptr<Desktop> Desktop::Install(std::unique_ptr<Desktop> desktop) {
 }
 
 Display& Desktop::GetDisplay() {
-    Wake();
-    return *m_display;
+    return m_parts->context.GetDisplay();
+}
+
+const Clock& Desktop::GetClock() const {
+    return m_parts->context.GetClock();
 }
 
 const WindowRecord* Desktop::Find(HWND window) const {
-    return m_table.Find(window);
-}
-
-std::size_t Desktop::WindowCount() const {
-    return m_table.Count();
+    return m_parts->tree.Find(window);
 }
 
 CWnd* Desktop::ObjectOf(HWND window) const {
-    const WindowRecord* record = m_table.Find(window);
+    const WindowRecord* record = Find(window);
     return record != nullptr ? record->object : nullptr;
 }
 
-LRESULT Desktop::CallWindow(WindowRecord& record, UINT message, WPARAM wParam, LPARAM lParam, bool sent) {
-    CWnd* object = record.object;
-    if (object == nullptr) {
-        return 0;
+const std::vector<HWND>& Desktop::TopLevels() const {
+    return m_parts->tree.TopLevels();
+}
+
+std::size_t Desktop::WindowCount() const {
+    return m_parts->tree.Count();
+}
+
+void Desktop::SetObserver(MessageObserver observer) {
+    m_parts->messenger.SetObserver(std::move(observer));
+}
+
+int Desktop::Descriptor() const {
+    return std::as_const(m_parts->context).GetWaitSet().Descriptor();
+}
+
+void Desktop::Dispatch() {
+    m_parts->loop.Dispatch();
+}
+
+int Desktop::Run() {
+    while (PumpMessage()) {
     }
-    const MSG outer =
-        std::exchange(m_currentMessage, MSG{record.handle, message, wParam, lParam, m_clock->Now(), m_ptPointer});
-    if (m_observer) {
-        m_observer(m_currentMessage, sent);
-    }
-    const LRESULT result = object->WindowProc(message, wParam, lParam);
-    m_currentMessage = outer;
-    return result;
+    return m_parts->queue.QuitResult();
+}
+
+bool Desktop::PumpMessage() {
+    return m_parts->loop.Pump();
+}
+
+bool Desktop::PeekMessage(MSG& message) {
+    return m_parts->loop.Peek(message);
+}
+
+void Desktop::TranslateAndDispatch(MSG& message) {
+    m_parts->loop.TranslateAndDispatch(message);
+}
+
+void Desktop::PostQuitMessage(int result) {
+    m_parts->queue.PostQuit(result);
+}
+
+void Desktop::Settle() {
+    m_parts->loop.Settle();
+}
+
+HWND Desktop::CreateWindow(CWnd& object, const WindowClass& windowClass, const CREATESTRUCT& create) {
+    return m_parts->life.Create(object, windowClass, create);
+}
+
+bool Desktop::DestroyWindow(HWND window) {
+    return m_parts->life.Destroy(window);
+}
+
+bool Desktop::ReplaceObject(HWND window, CWnd& object) {
+    return m_parts->life.ReplaceObject(window, object);
+}
+
+void Desktop::DetachObject(HWND window) {
+    m_parts->life.DetachObject(window);
 }
 
 LRESULT Desktop::SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    WindowRecord* record = m_table.Find(window);
-    return record != nullptr ? CallWindow(*record, message, wParam, lParam, true) : 0;
+    return m_parts->messenger.Send(window, message, wParam, lParam);
 }
 
 bool Desktop::PostMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (m_table.Find(window) == nullptr) {
-        return false;
-    }
-    m_posted.push_back({window, message, wParam, lParam, m_clock->Now(), m_ptPointer});
-    Wake();
-    return true;
+    return m_parts->queue.Post(window, message, wParam, lParam);
+}
+
+const MSG& Desktop::CurrentMessage() const {
+    return m_parts->messenger.Current();
+}
+
+MSG Desktop::ExchangeCurrentMessage(const MSG& message) {
+    return m_parts->messenger.ExchangeCurrent(message);
 }
 
 HWND Desktop::ParentOf(HWND window) const {
-    const WindowRecord* record = m_table.Find(window);
-    if (record == nullptr) {
-        return {};
-    }
-    return record->IsChild() ? record->parent : record->topLevel->owner;
+    return m_parts->tree.ParentOf(window);
 }
 
 HWND Desktop::TopLevelOf(HWND window) const {
-    const WindowRecord* record = m_table.Find(window);
-    while (record != nullptr && record->IsChild()) {
-        record = m_table.Find(record->parent);
-    }
-    return record != nullptr ? record->handle : HWND();
+    return m_parts->tree.TopLevelOf(window);
 }
 
 bool Desktop::IsWithin(HWND window, HWND ancestor) const {
-    const WindowRecord* record = m_table.Find(window);
-    while (record != nullptr && record->handle != ancestor) {
-        record = record->IsChild() ? m_table.Find(record->parent) : nullptr;
-    }
-    return record != nullptr;
+    return m_parts->tree.IsWithin(window, ancestor);
 }
 
 HWND Desktop::ChildWithId(HWND parent, UINT id) const {
-    const WindowRecord* record = m_table.Find(parent);
-    if (record == nullptr) {
-        return {};
-    }
-    for (const ChildList::Entry& entry : record->children.Entries()) {
-        const WindowRecord* child = m_table.Find(entry.window);
-        if (child != nullptr && child->id == id) {
-            return entry.window;
-        }
-    }
-    return {};
+    return m_parts->tree.ChildWithId(parent, id);
 }
 
 std::vector<HWND> Desktop::VisibleChildrenOf(HWND parent) const {
-    std::vector<HWND> children;
-    if (const WindowRecord* record = m_table.Find(parent)) {
-        record->children.ForVisible([&](const ChildList::Entry& entry) {
-            children.push_back(entry.window);
-            return true;
-        });
-    }
-    return children;
+    return m_parts->tree.VisibleChildrenOf(parent);
 }
 
 HWND Desktop::DefaultOwner() const {
-    if (m_active) {
-        return m_active;
-    }
-    const auto isFrame = [this](HWND window) {
-        const WindowRecord* record = m_table.Find(window);
-        return record->visible && (record->style & WS_POPUP) == 0;
-    };
-    const auto found = std::ranges::find_if(m_topLevels, isFrame);
-    return found != m_topLevels.end() ? *found : HWND();
+    return Active() ? Active() : m_parts->tree.TopmostVisibleFrame();
+}
+
+CRect Desktop::WindowRect(HWND window) const {
+    return m_parts->tree.WindowRect(window);
+}
+
+bool Desktop::IsVisible(HWND window) const {
+    return m_parts->tree.IsVisible(window);
+}
+
+bool Desktop::ShowWindow(HWND window, ShowCommand command) {
+    return m_parts->state.Show(window, command);
+}
+
+bool Desktop::PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWND sibling, UINT flags) {
+    return m_parts->state.Place(window, rect, stacking, sibling, flags);
+}
+
+bool Desktop::EnableWindow(HWND window, bool enable) {
+    return m_parts->state.Enable(window, enable);
 }
 
 bool Desktop::ModifyStyle(HWND window, UINT remove, UINT add) {
-    WindowRecord* record = m_table.Find(window);
-    if (record == nullptr) {
-        return false;
-    }
-    const UINT style = (record->style & ~remove) | add;
-    return std::exchange(record->style, style) != style;
+    return m_parts->state.ModifyStyle(window, remove, add);
 }
 
 void Desktop::SetOpaque(HWND window) {
-    if (WindowRecord* record = m_table.Find(window)) {
+    if (WindowRecord* record = m_parts->tree.Find(window)) {
         record->opaque = true;
     }
 }
 
 void Desktop::SetText(HWND window, const CString& text) {
-    WindowRecord* record = m_table.Find(window);
-    if (record == nullptr) {
-        return;
+    m_parts->state.SetText(window, text);
+}
+
+HWND Desktop::WindowAt(HWND topLevel, CPoint screen) const {
+    return m_parts->tree.WindowAt(topLevel, screen);
+}
+
+void Desktop::Invalidate(HWND window, const CRect& client, bool erase) {
+    if (WindowRecord* record = m_parts->tree.Find(window)) {
+        m_parts->painting.Invalidate(*record, client, erase);
     }
-    record->text = text;
-    if (!record->IsChild()) {
-        GetDisplay().SetTitle(window.Value(), text);
+}
+
+void Desktop::UpdateWindow(HWND window) {
+    m_parts->painting.Update(window);
+}
+
+HDC Desktop::WindowDC(HWND window) {
+    return m_parts->painting.WindowDC(window);
+}
+
+HDC Desktop::BeginPaint(HWND window, Region& area) {
+    return m_parts->painting.BeginPaint(window, area);
+}
+
+void Desktop::MarkDrawn(HWND window) {
+    if (const WindowRecord* record = Find(window)) {
+        m_parts->surfaces.AddDirty(window, m_parts->tree.VisibleRegion(*record));
     }
+}
+
+HWND Desktop::Focus() const {
+    return m_parts->activation.Focus();
+}
+
+HWND Desktop::Active() const {
+    return m_parts->activation.Active();
+}
+
+HWND Desktop::SetFocus(HWND window) {
+    return m_parts->activation.SetFocus(window);
+}
+
+void Desktop::Activate(HWND topLevel) {
+    m_parts->activation.Activate(topLevel);
+}
+
+void Desktop::Deactivate() {
+    m_parts->activation.Deactivate();
+}
+
+HWND Desktop::Capture() const {
+    return m_parts->pointer.Capture();
+}
+
+HWND Desktop::SetCapture(HWND window) {
+    return m_parts->pointer.SetCapture(window);
+}
+
+bool Desktop::TrackMouseEvent(HWND window, UINT flags, UINT hoverTime) {
+    return m_parts->pointer.TrackMouseEvent(window, flags, hoverTime);
+}
+
+CPoint Desktop::CursorPos() {
+    return m_parts->pointer.Place();
+}
+
+void Desktop::SetCursor(CursorShape shape) {
+    m_parts->pointer.SetCursor(shape);
+}
+
+void Desktop::ReleaseGrab() {
+    m_parts->context.GetDisplayQuietly().ReleaseGrab();
+}
+
+UINT_PTR Desktop::SetTimer(HWND window, UINT_PTR id, UINT period, TimerProc proc) {
+    return m_parts->timers.Set(window, id, period, proc);
+}
+
+bool Desktop::KillTimer(HWND window, UINT_PTR id) {
+    return m_parts->timers.Kill(window, id);
 }
 
 }  // namespace veldan

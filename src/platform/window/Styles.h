@@ -37,6 +37,9 @@ inline constexpr ShowCommand SW_HIDE = ShowCommand::Hide;
 inline constexpr ShowCommand SW_SHOW = ShowCommand::Show;
 inline constexpr ShowCommand SW_SHOWNA = ShowCommand::ShowNoActivate;
 
+/// Where a window goes among its siblings.
+enum class Stacking { Keep, Top, Bottom, Below };
+
 /// Flags of SetWindowPos.
 inline constexpr UINT SWP_NOSIZE = 0x0001;
 inline constexpr UINT SWP_NOMOVE = 0x0002;

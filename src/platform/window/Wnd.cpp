@@ -101,18 +101,18 @@ bool CWnd::SetWindowPos(const CWnd* after, int x, int y, int width, int height, 
     if (!m_hWnd) {
         return false;
     }
-    auto stacking = Desktop::Stacking::Below;
+    auto stacking = Stacking::Below;
     if (after == nullptr || after == &wndTop) {
-        stacking = Desktop::Stacking::Top;
+        stacking = Stacking::Top;
     } else if (after == &wndBottom) {
-        stacking = Desktop::Stacking::Bottom;
+        stacking = Stacking::Bottom;
     }
-    const HWND sibling = stacking == Desktop::Stacking::Below ? after->m_hWnd : HWND();
+    const HWND sibling = stacking == Stacking::Below ? after->m_hWnd : HWND();
     return Desktop::Get().PlaceWindow(m_hWnd, CRect::FromSize({x, y}, {width, height}), stacking, sibling, flags);
 }
 
 bool CWnd::MoveWindow(const CRect& rect) {
-    return m_hWnd && Desktop::Get().PlaceWindow(m_hWnd, rect, Desktop::Stacking::Keep, {}, SWP_NOZORDER);
+    return m_hWnd && Desktop::Get().PlaceWindow(m_hWnd, rect, Stacking::Keep, {}, SWP_NOZORDER);
 }
 
 bool CWnd::EnableWindow(bool enable) {

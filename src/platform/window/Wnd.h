@@ -9,7 +9,6 @@
 namespace veldan {
 
 class CFont;
-class Desktop;
 
 /// A window as an object: creation, the operations on it, and its message handlers through a table.
 ///
@@ -109,7 +108,8 @@ public:
     static const CWnd wndBottom;
 
 protected:
-    friend class Desktop;
+    friend class Messenger;
+    friend class WindowLife;
 
     [[nodiscard]] static const MessageMap& ClassMessageMap();
     [[nodiscard]] virtual const MessageMap& GetMessageMap() const;

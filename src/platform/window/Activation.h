@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/window/InputQueue.h"
+#include "platform/window/Messenger.h"
+
+namespace veldan {
+
+/// Which top-level window is active, and which window has the keyboard focus: one within the active window, or none.
+class Activation final : public WindowListener {
+public:
+    Activation(DesktopContext& context, const WindowTree& tree, Messenger& messenger, InputQueue& input)
+        : m_context(context), m_tree(tree), m_messenger(messenger), m_input(input) {}
+
+    [[nodiscard]] HWND Focus() const { return m_focus; }
+    [[nodiscard]] HWND Active() const { return m_active; }
+    /// Moves the focus, and the activation with it. Returns the window that had it.
+    HWND SetFocus(HWND window);
+    void Activate(HWND topLevel);
+    void Deactivate();
+    /// The display has given the keyboard focus to this window.
+    void FocusReceived(HWND topLevel);
+
+    void OnHiding(WindowRecord& record) override;
+    void OnHidden(HWND window) override;
+    void OnDestroyed(HWND window) override;
+
+private:
+    void MoveFocusTo(HWND window);
+
+    DesktopContext& m_context;
+    const WindowTree& m_tree;
+    Messenger& m_messenger;
+    InputQueue& m_input;
+    HWND m_focus;
+    HWND m_active;
+};
+
+}  // namespace veldan

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/window/DesktopContext.h"
+#include "platform/window/Messenger.h"
+
+#include <vector>
+
+namespace veldan {
+
+/// Called when a timer without a window is due.
+using TimerProc = void (*)(UINT_PTR id);
+
+/// Timers of windows, which are messages, and timers without a window, which call a function.
+class Timers final : public WindowListener {
+public:
+    Timers(DesktopContext& context, const WindowTree& tree, const Messenger& messenger)
+        : m_context(context), m_tree(tree), m_messenger(messenger) {}
+
+    /// Starts or replaces a window's timer; the period is in milliseconds. Without a window the id is chosen. Returns
+    /// the id, 0 for a window that is gone.
+    UINT_PTR Set(HWND window, UINT_PTR id, UINT period, TimerProc proc);
+    bool Kill(HWND window, UINT_PTR id);
+    /// The WM_TIMER of a timer that is due; false: none is.
+    bool Take(MSG& message);
+    /// Calls the function of a timer without a window, if that hasn't been killed meanwhile.
+    void Call(UINT_PTR id);
+    /// When Take has something; -1: never.
+    [[nodiscard]] std::int64_t NextDue() const;
+
+    void OnDestroyed(HWND window) override;
+
+private:
+    struct Timer {
+        HWND window;
+        UINT_PTR id = 0;
+        UINT period = 0;
+        std::int64_t due = 0;
+        TimerProc proc = nullptr;
+    };
+
+    DesktopContext& m_context;
+    const WindowTree& m_tree;
+    const Messenger& m_messenger;
+    std::vector<Timer> m_timers;
+    UINT_PTR m_nNextId = 1;
+};
+
+}  // namespace veldan
