@@ -13,7 +13,7 @@ struct Utf8Character {
 
 /// Decodes the first character of a text that isn't empty. Overlong forms, surrogates and numbers past U+10FFFF are not
 /// valid.
-[[nodiscard]] Utf8Character DecodeUtf8(std::string_view text);
+[[nodiscard]] VELDAN_PLATFORM_API Utf8Character DecodeUtf8(std::string_view text);
 
 /// Appends a character; it must be one that `DecodeUtf8` calls valid.
 void AppendUtf8(CString& text, char32_t character);
