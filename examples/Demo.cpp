@@ -9,6 +9,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -17,9 +18,10 @@ using namespace veldan;
 namespace {
 
 // Places in the menu, in its own pixels.
-constexpr CPoint kDownStrip{330, 595};
+constexpr int kStripFromBottom = 9;
+constexpr int kGroupHeight = 30;
 constexpr CPoint MiddleOfGroup(int group) {
-    return {80, 17 + 30 * group};
+    return {80, 17 + kGroupHeight * group};
 }
 constexpr CPoint MiddleOfRow(int row) {
     return {400, 42 + 50 * row};
@@ -93,11 +95,11 @@ bool RunDemo(HostWindow& host, const std::string& folder) {
     player.Rest(menu + MiddleOfRow(2));
     done = player.Picture("row") && done;
     player.Wheel(1);
-    player.Click(menu + kDownStrip);
+    player.Click(menu + CPoint{330, MenuSize().cy - kStripFromBottom});
     done = player.Picture("scrolled") && done;
-    player.Rest(menu + MiddleOfGroup(13));
+    player.Rest(menu + MiddleOfGroup(std::clamp(MenuSize().cy / kGroupHeight - 1, 0, 13)));
     done = player.Picture("another-group") && done;
-    player.Click(menu + MiddleOfRow(1));
+    player.Click(menu + MiddleOfRow(0));
     done = player.Picture("picked") && done;
     player.Click(button);
     player.Rest(menu + MiddleOfGroup(0));

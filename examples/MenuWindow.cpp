@@ -35,9 +35,13 @@ bool IsMenuVisible() {
     return menu != nullptr && menu->IsWindowVisible();
 }
 
-CPoint MenuPlaceBeside(const CRect& button) {
+CSize MenuSize() {
     const CWnd* menu = FindMenu();
-    const CSize size = menu != nullptr ? menu->GetWindowRect().Size() : CSize();
+    return menu != nullptr ? menu->GetWindowRect().Size() : CSize();
+}
+
+CPoint MenuPlaceBeside(const CRect& button) {
+    const CSize size = MenuSize();
     const CRect screen = Desktop::Get().GetDisplay().ScreenRect();
     const int below = button.bottom + kGap;
     const int above = button.top - kGap - size.cy;
