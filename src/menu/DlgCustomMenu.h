@@ -5,6 +5,7 @@
 #include "menu/MenuItem.h"
 #include "menu/MenuLayout.h"
 #include "menu/ProfileLists.h"
+#include "platform/core/File.h"
 #include "platform/dialog/Dialog.h"
 
 #include <memory>
@@ -63,9 +64,9 @@ public:
     /// Takes all entries with this path's file name out of both groups. Always 1.
     int RemoveProfileByFile(const CString& path);
     bool LoadRecentList(const CString& path);
-    bool SaveRecentList(const CString& path) const;
+    bool SaveRecentList(const CString& path);
     bool LoadUserDefineList(const CString& path);
-    bool SaveUserDefineList(const CString& path) const;
+    bool SaveUserDefineList(const CString& path);
     void ClearGroupItems(int groupID);
 
     // Navigation. The handlers are called directly, too.
@@ -134,6 +135,7 @@ private:
 
     [[nodiscard]] CString HostPathOf(int itemID);
     [[nodiscard]] CString ProfilesFolder();
+    [[nodiscard]] WriteRules GroupRules();
     void SweepGroups();
     void RebuildGroup(int groupID, std::string_view folder);
     [[nodiscard]] bool CopyIntoRecent(const CString& strParent, const CString& strName);

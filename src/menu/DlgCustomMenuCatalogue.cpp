@@ -191,7 +191,7 @@ void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const
         row.strIconPath = PathIn(strPath, row.strPng);
         const bool isShort = row.strIconPath.size() <= Image::kLongestPath;
         requests.push_back({isShort ? row.strIconPath : CString(), FileAccess::Read, kMostIconFileBytes});
-        requests.push_back({PathIn(strPath, row.strXml), FileAccess::ReadWrite, kMostProfileBytes});
+        requests.push_back({PathIn(strPath, row.strXml), FileAccess::ReadIfWritable, kMostProfileBytes});
     }
     ReadAhead files(std::move(requests));
     for (std::size_t k = 0; k < rows.size(); ++k) {

@@ -38,10 +38,16 @@ void CDlgCustomMenu::Z_RecentGetXmlPng(CString& strXml, CString& strPng, CString
     }
 }
 
+/// `Profiles` itself may be reached over links, but what is written, created or deleted is below it without any: a tree
+/// from elsewhere must not lead into other folders of the person's.
+WriteRules CDlgCustomMenu::GroupRules() {
+    return {.strRoot = ProfilesFolder()};
+}
+
 /// What an operation left that was ended halfway goes with the next one, whichever group that is about.
 void CDlgCustomMenu::SweepGroups() {
-    SweepTemporaries(ProfilesFolder().append(kUserDefineFolder));
-    SweepTemporaries(ProfilesFolder().append(kRecentFolder));
+    SweepTemporaries(ProfilesFolder().append(kUserDefineFolder), GroupRules());
+    SweepTemporaries(ProfilesFolder().append(kRecentFolder), GroupRules());
 }
 
 bool CDlgCustomMenu::LoadRecentList(const CString& path) {
@@ -51,15 +57,15 @@ bool CDlgCustomMenu::LoadRecentList(const CString& path) {
     return isKnown;
 }
 
-bool CDlgCustomMenu::SaveRecentList(const CString& path) const {
-    return m_recent.Save(path);
+bool CDlgCustomMenu::SaveRecentList(const CString& path) {
+    return m_recent.Save(path, ProfilesFolder());
 }
 
 /// Copies stand before the index names them, and files go after it stopped naming them; so whatever ends the process,
 /// everything that the index names is there.
 void CDlgCustomMenu::AddRecent(int id) {
     const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
-    const FolderLock lock(strFolder);
+    const FolderLock lock(strFolder, GroupRules());
     SweepGroups();
     if (!FindLevel2Item(id) || !LoadRecentList(strFolder + "order.ini")) {
         return;
@@ -101,19 +107,19 @@ bool CDlgCustomMenu::CopyIntoRecent(const CString& strParent, const CString& str
         DeleteUnnamed(m_recent, kRecentFolder, strName);
         return true;
     }
-    return CopyFile(strSource, strTarget) || PathExists(strTarget, false);
+    return CopyFile(strSource, strTarget, GroupRules()) || PathExists(strTarget, false);
 }
 
 /// Deletes a file of a group unless an entry still names it.
 void CDlgCustomMenu::DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName) {
     if (IsEntryFile(strName) && !list.NamesFile(strName)) {
-        DeleteFile(PathIn(ProfilesFolder(), folder, strName));
+        DeleteFile(PathIn(ProfilesFolder(), folder, strName), GroupRules());
     }
 }
 
 void CDlgCustomMenu::DeleteRecent(int id) {
     const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
-    const FolderLock lock(strFolder);
+    const FolderLock lock(strFolder, GroupRules());
     SweepGroups();
     if (!LoadRecentList(strFolder + "order.ini")) {
         return;

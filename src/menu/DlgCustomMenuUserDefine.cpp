@@ -20,16 +20,16 @@ bool CDlgCustomMenu::LoadUserDefineList(const CString& path) {
     return m_userDefine.Load(path);
 }
 
-bool CDlgCustomMenu::SaveUserDefineList(const CString& path) const {
-    return m_userDefine.Save(path);
+bool CDlgCustomMenu::SaveUserDefineList(const CString& path) {
+    return m_userDefine.Save(path, ProfilesFolder());
 }
 
 void CDlgCustomMenu::AddUserDefine(const CString& strXml) {
     const CString strFolder = ProfilesFolder().append(kUserDefineFolder).append("/");
-    const FolderLock lock(strFolder);
+    const FolderLock lock(strFolder, GroupRules());
     SweepGroups();
     const bool isKnown = LoadUserDefineList(IndexOf(strFolder));
-    CopyFile(strFolder + kStockIcon, strFolder + kSharedIcon);
+    CopyFile(strFolder + kStockIcon, strFolder + kSharedIcon, GroupRules());
     if (!isKnown || m_userDefine.HasXml(strXml)) {
         return;
     }
@@ -42,8 +42,8 @@ void CDlgCustomMenu::AddUserDefine(const CString& strXml) {
 void CDlgCustomMenu::DeleteUserDefine(int id) {
     const CString strFolder = ProfilesFolder().append(kUserDefineFolder).append("/");
     const CString strRecent = ProfilesFolder().append(kRecentFolder).append("/");
-    const FolderLock lock(strFolder);
-    const FolderLock recentLock(strRecent);
+    const FolderLock lock(strFolder, GroupRules());
+    const FolderLock recentLock(strRecent, GroupRules());
     SweepGroups();
     if (!LoadUserDefineList(IndexOf(strFolder))) {
         return;
@@ -83,8 +83,8 @@ int CDlgCustomMenu::RemoveProfileByFile(const CString& path) {
     const CString strName = FileNameOfPath(path);
     const CString strFolder = ProfilesFolder().append(kUserDefineFolder).append("/");
     const CString strRecent = ProfilesFolder().append(kRecentFolder).append("/");
-    const FolderLock lock(strFolder);
-    const FolderLock recentLock(strRecent);
+    const FolderLock lock(strFolder, GroupRules());
+    const FolderLock recentLock(strRecent, GroupRules());
     SweepGroups();
     LoadUserDefineList(IndexOf(strFolder));
     for (const UINT id : m_userDefine.IDsOfXml(strName)) {

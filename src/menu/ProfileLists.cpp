@@ -45,9 +45,9 @@ bool ProfileList::Load(const CString& path) {
     return !index.IsUnreadable();
 }
 
-bool ProfileList::Save(const CString& path) const {
+bool ProfileList::Save(const CString& path, const CString& root) const {
     CIniDocument index;
-    index.Begin(path);
+    index.Begin(path, root);
     index.SetInLines(kSection, "Num", Format("%d", Size()));
     for (std::size_t i = 0; i < m_arrXml.size(); ++i) {
         index.SetInLines(kSection, Format("%zu", i), m_arrXml[i]);

@@ -14,8 +14,9 @@ struct ProfileList {
     /// Replaces the entries by those of an index; none where there is no such file. False, and no entries, where there
     /// is one that can't be read: its content must not be written over.
     bool Load(const CString& path);
-    /// Replaces the index, whole or not at all. Whatever else the old file held is gone.
-    [[nodiscard]] bool Save(const CString& path) const;
+    /// Replaces the index, whole or not at all. Whatever else the old file held is gone. Below the root, the start of
+    /// the path, no link is followed.
+    [[nodiscard]] bool Save(const CString& path, const CString& root) const;
 
     [[nodiscard]] int Size() const { return static_cast<int>(m_arrXml.size()); }
     void Append(const CString& strXml, const CString& strPng);

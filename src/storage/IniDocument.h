@@ -22,9 +22,11 @@ public:
     /// Names the file and reads it. A missing or unreadable file makes every `Get` answer its default.
     void Load(const CString& path);
 
-    /// Names the file without reading it: the document starts empty, and `Save` replaces whatever stands there.
-    void Begin(const CString& path) {
+    /// Names the file without reading it: the document starts empty, and `Save` replaces whatever stands there. Below
+    /// the root, the start of the path, no link is followed.
+    void Begin(const CString& path, const CString& root = {}) {
         m_strFile = path;
+        m_file.SetRoot(root);
         m_lines.clear();
         m_index.reset();
     }

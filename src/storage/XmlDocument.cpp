@@ -23,7 +23,7 @@ xmlNode* RootOf(const XmlTree* pTree) {
 /// Whether a file that could be replaced holds just these bytes.
 bool HoldsAlready(const CString& path, const CString& bytes) {
     CString held;
-    return ReadFileStart(path, FileAccess::ReadWrite, held, std::ssize(bytes) + 1) && held == bytes;
+    return ReadFileStart(path, FileAccess::ReadIfWritable, held, std::ssize(bytes) + 1) && held == bytes;
 }
 
 }  // namespace
@@ -88,14 +88,15 @@ XmlNodePtr XmlDocument::GetRootElement() const {
     return pRoot ? XmlNodePtr(new XmlNode(m_engineDocument, pRoot)) : std::make_unique<XmlNode>();
 }
 
-bool XmlDocument::Save(const char* path) {
+bool XmlDocument::Save(const char* path, const WriteRules& rules) {
     const CString strPath = path ? CString(path) : m_path;
     if (!RootOf(m_engineDocument.get()) || m_engineDocument->bRefused) {
         return false;
     }
     const CString bytes = WriteXml(*m_engineDocument);
     // What is longer couldn't be loaded again.
-    if (std::ssize(bytes) > kMostXmlBytes || (!HoldsAlready(strPath, bytes) && !WriteFileWhole(strPath, bytes))) {
+    if (std::ssize(bytes) > kMostXmlBytes ||
+        (!HoldsAlready(strPath, bytes) && !WriteFileWhole(strPath, bytes, rules))) {
         return false;
     }
     m_path = strPath;

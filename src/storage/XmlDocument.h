@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/core/File.h"
 #include "storage/XmlNode.h"
 #include "storage/XmlReader.h"
 
@@ -30,7 +31,7 @@ public:
     /// Writes the file, whole or not at all, and remembers its path; null writes to the path known so far. A file that
     /// has these bytes already isn't touched. False leaves file and path as they were: the file can't be replaced,
     /// there is no root, or a node refused something.
-    bool Save(const char* path);
+    bool Save(const char* path, const WriteRules& rules = {});
 
     /// The file that the document was loaded from, or saved to last.
     [[nodiscard]] const CString& GetPath() const { return m_path; }

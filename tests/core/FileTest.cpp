@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -126,20 +128,86 @@ TEST(File, CopyingOntoItselfChangesNothing) {
     EXPECT_EQ(folder.Read("Only.xml"), "the only copy");
 }
 
-TEST(File, LinksAreFollowedForReadingOnly) {
+TEST(File, LinksAreFollowedForReadingAndUpToTheRootOnly) {
     const TempFolder folder;
-    const CString outside = folder.Write("outside/a.xml", "outside");
-    folder.Write("inside/b.xml", "b");
-    std::filesystem::create_symlink(outside, folder / "inside/link.xml");
-    std::filesystem::create_symlink(outside, folder / "inside/other.xml");
+    folder.Write("outside/a.xml", "outside");
+    folder.Write("tree/group/b.xml", "b");
+    std::filesystem::create_symlink("tree", folder / "top");
+    std::filesystem::create_symlink("../../outside/a.xml", folder / "tree/group/link.xml");
+    std::filesystem::create_symlink("../../outside/new.xml", folder / "tree/group/dangling.xml");
+    std::filesystem::create_symlink("../outside", folder / "tree/linked");
+    const WriteRules rules = {.strRoot = folder / "TOP/"};
     CString bytes;
-    EXPECT_TRUE(ReadWholeFile(folder / "inside/LINK.xml", bytes, 100));
-    EXPECT_EQ(bytes, "outside");
-    EXPECT_TRUE(WriteFileWhole(folder / "inside/link.xml", "replaced"));
-    EXPECT_TRUE(DeleteFile(folder / "inside/other.xml"));
-    EXPECT_EQ(folder.Names("inside"), (std::set<CString>{"b.xml", "link.xml"}));
-    EXPECT_EQ(folder.Read("inside/link.xml"), "replaced");
+    EXPECT_TRUE(ReadWholeFile(folder / "top/Linked/A.xml", bytes, 100));
+    EXPECT_TRUE(ReadWholeFile(folder / "top/group/LINK.xml", bytes, 100));
+    for (const char* name : {"TOP/group/link.xml", "TOP/group/DANGLING.xml", "TOP/linked/a.xml", "TOP/Linked/new.xml",
+                             "TOP/../outside/a.xml", "TOP/linked", "top/group/b.xml"}) {
+        EXPECT_FALSE(WriteFileWhole(folder / name, "x", rules)) << name;
+        EXPECT_FALSE(CopyFile(folder / "tree/group/b.xml", folder / name, rules)) << name;
+        EXPECT_FALSE(DeleteFile(folder / name, rules)) << name;
+    }
+    EXPECT_FALSE(WriteFileWhole(folder / "top/group/link.xml", "x")) << "without a root it is the last component";
+    EXPECT_TRUE(WriteFileWhole(folder / "top/linked/new.xml", "new"));
+    EXPECT_TRUE(WriteFileWhole(folder / "TOP//GROUP\\B.xml", "written", rules));
+    EXPECT_TRUE(CopyFile(folder / "TOP/linked/a.xml", folder / "TOP/group/c.xml", rules));
+    EXPECT_TRUE(DeleteFile(folder / "TOP/group/C.xml", rules));
+    EXPECT_EQ(folder.Names("tree/group"), (std::set<CString>{"b.xml", "link.xml", "dangling.xml"}));
+    EXPECT_EQ(folder.Read("tree/group/b.xml"), "written");
+    EXPECT_EQ(folder.Names("outside"), (std::set<CString>{"a.xml", "new.xml"}));
     EXPECT_EQ(folder.Read("outside/a.xml"), "outside");
+}
+
+TEST(File, AFolderThatIsSwappedForALinkLeadsNowhereElse) {
+    const std::function<void(const CString&, const WriteRules&)> actions[] = {
+        [](const CString& path, const WriteRules& rules) { WriteFileWhole(path + "a.xml", "new", rules); },
+        [](const CString& path, const WriteRules& rules) { WriteFileWhole(path + "new.xml", "new", rules); },
+        [](const CString& path, const WriteRules& rules) { CopyFile(path + "a.xml", path + "b.xml", rules); },
+        [](const CString& path, const WriteRules& rules) { DeleteFile(path + "A.xml", rules); },
+        [](const CString& path, const WriteRules& rules) { SweepTemporaries(path, rules); },
+    };
+    for (const auto& act : actions) {
+        for (int call = 1, calls = call; call <= calls; ++call) {
+            const TempFolder folder;
+            for (const char* name : {"outside/a.xml", "outside/b.xml", "outside/.veldan-1-0", "tree/group/a.xml"}) {
+                folder.Write(name, "kept");
+            }
+            FaultyFileCalls swapping;
+            swapping.ActAt(call, [&] {
+                std::filesystem::rename(folder / "tree/group", folder / "tree/moved");
+                std::filesystem::create_symlink("../outside", folder / "tree/group");
+            });
+            act(folder / "tree/group/", {.strRoot = folder / "tree"});
+            calls = swapping.Calls();
+            EXPECT_EQ(folder.Names("outside"), (std::set<CString>{"a.xml", "b.xml", ".veldan-1-0"})) << call;
+            EXPECT_EQ(folder.Read("outside/a.xml") + folder.Read("outside/b.xml"), "keptkept") << call;
+        }
+    }
+}
+
+TEST(File, WhetherAFileIsWritableIsAskedWithoutOpeningIt) {
+    const TempFolder folder;
+    const CString path = folder.Write("a.xml", "text");
+    chmod(folder.Path().c_str(), 0755);
+    std::filesystem::create_symlink("a.xml", folder / "link.xml");
+    std::filesystem::create_symlink("/dev/null", folder / "device.xml");
+    mkfifo((folder / "pipe.xml").c_str(), 0666);
+    const FaultyFileCalls calls;
+    CString bytes;
+    for (const FileAccess access : {FileAccess::Read, FileAccess::ReadIfWritable}) {
+        EXPECT_FALSE(ReadFileStart(folder / "device.xml", access, bytes, 100));
+        EXPECT_FALSE(ReadFileStart(folder / "pipe.xml", access, bytes, 100));
+        EXPECT_FALSE(ReadFileStart(folder / "pipe.xml", FileAccess::Append, bytes, 100));
+    }
+    EXPECT_EQ(calls.Calls(), 4) << "nothing was opened but, for appending, the pipe's folder";
+    EXPECT_TRUE(ReadFileStart(folder / "LINK.xml", FileAccess::ReadIfWritable, bytes, 100));
+    // One that its owner alone may not write.
+    chmod(path.c_str(), 0466);
+    const bool isRoot = geteuid() == 0;
+    ASSERT_TRUE(!isRoot || (chown(path.c_str(), 65'534, 0) == 0 && seteuid(65'534) == 0));
+    EXPECT_FALSE(ReadFileStart(path, FileAccess::ReadIfWritable, bytes, 100));
+    EXPECT_TRUE(ReadFileStart(path, FileAccess::Read, bytes, 100));
+    EXPECT_EQ(calls.OpensForWriting(), 0);
+    ASSERT_TRUE(!isRoot || seteuid(0) == 0);
 }
 
 TEST(File, IsReadWholeOrNotAtAllWhicheverCallFails) {

@@ -35,7 +35,7 @@ TEST(ReadAhead, GivesNothingForWhatIsNoFileToRead) {
     requests[3] = {folder / "missing", FileAccess::Read, 100};
     requests[4] = {folder.Path(), FileAccess::Read, 100};
     requests[5] = {"", FileAccess::Read, 100};
-    requests[6] = {strLocked, FileAccess::ReadWrite, 100};
+    requests[6] = {strLocked, FileAccess::ReadIfWritable, 100};
     requests[7] = {strLocked, FileAccess::Read, 100};
     ReadAhead files(requests);
     for (const std::size_t none : {3, 4, 5, 6}) {

@@ -27,6 +27,12 @@ protected:
         fs::remove_all(PathOf(strName));
         fs::create_directories(PathOf(strName + "/inside"));
     }
+    void MoveElsewhere(const CString& strName) const {
+        const fs::path elsewhere = m_tree.Folder() / ("elsewhere/" + strName);
+        fs::create_directories(elsewhere.parent_path());
+        fs::rename(PathOf(strName), elsewhere);
+        fs::create_symlink(elsewhere, PathOf(strName));
+    }
     void DoEverything() {
         Actor actor(m_tree.Base());
         EXPECT_TRUE(Actor::Pick("Movies", "p2.xml"));
@@ -103,6 +109,33 @@ TEST_F(BadTreesTest, FoldersInPlaceOfFilesStayWithAllThatIsInThem) {
         EXPECT_TRUE(m_tree.Has(CString(pszFolder) + "/inside")) << pszFolder;
     }
     EXPECT_EQ(m_tree.HarmIn("Recent"), "");
+}
+
+TEST_F(BadTreesTest, GroupsThatAreLinksAreReadAndNothingIsWrittenThere) {
+    m_tree.Write("Recent/.veldan-1-0", "somebody's own");
+    for (const char* pszGroup : {"Recent", "UserDefine"}) {
+        MoveElsewhere(pszGroup);
+    }
+    const CString recent = Recent();
+    const CString own = Own();
+    const std::set<CString> files = m_tree.Names("Recent");
+    DoEverything();
+    EXPECT_EQ(Recent(), recent);
+    EXPECT_EQ(Own(), own);
+    EXPECT_EQ(m_tree.Names("Recent"), files);
+    EXPECT_TRUE(m_tree.Has("UserDefine/u1.xml"));
+}
+
+TEST_F(BadTreesTest, IndexesThatAreLinksStayLinksToTheSame) {
+    const CString recent = Recent();
+    const CString own = Own();
+    for (const char* pszIndex : {"Recent/order.ini", "UserDefine/order.ini"}) {
+        MoveElsewhere(pszIndex);
+    }
+    DoEverything();
+    ExpectLists(recent, own);
+    EXPECT_TRUE(fs::is_symlink(PathOf("Recent/order.ini")));
+    EXPECT_TRUE(fs::is_symlink(PathOf("UserDefine/order.ini")));
 }
 
 TEST_F(BadTreesTest, FoldersInPlaceOfIndexesAreEmptyLists) {

@@ -75,12 +75,12 @@ TEST_F(Log, FailuresAreSilentAndGiveTheMutexBack) {
     SetLogTarget(m_folder / "missing", "veldan.log", "veldan-api.log", &m_mutex);
     LogMessage({"A", 1}, "dropped");
     UseFolder();
-    {
-        const FaultyFileCalls faulty(FaultyFileCalls::Fault::NoSpace, 2);
-        LogMessage({"A", 1}, "lost");
+    for (int call = 1; call <= 4; ++call) {
+        const FaultyFileCalls faulty(FaultyFileCalls::Fault::NoSpace, call);
+        LogMessage({"A", 1}, "try %d", call);
     }
     LogMessage({"A", 1}, "kept");
-    EXPECT_THAT(m_folder.Read("veldan.log"), MatchesRegex("[^\n]*kept\r\n"));
+    EXPECT_THAT(m_folder.Read("veldan.log"), MatchesRegex("[^\n]*try 2\r\n[^\n]*try 3\r\n[^\n]*kept\r\n"));
     EXPECT_TRUE(m_mutex.try_lock());
     m_mutex.unlock();
     LogLock();

@@ -24,6 +24,7 @@ unsigned long NumberOf(int file, const char* path = "") {
 
 struct FaultyFileCalls::Table {
     static int OpenAt(int folder, const char* path, int flags, mode_t mode) {
+        g_pFaulty->m_iOpensForWriting += (flags & O_ACCMODE) != O_RDONLY ? 1 : 0;
         return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().openat(folder, path, flags, mode);
     }
 
@@ -51,16 +52,18 @@ struct FaultyFileCalls::Table {
         return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().fchmod(file, mode);
     }
 
-    static int Rename(const char* from, const char* to) {
+    static int RenameAt(int fromFolder, const char* from, int toFolder, const char* to) {
         if (g_pFaulty->FailsNow()) {
             return -1;
         }
         ++g_pFaulty->m_iRenames;
-        g_pFaulty->m_bUnsyncedRename |= g_pFaulty->m_unsynced.contains(NumberOf(AT_FDCWD, from));
-        return SystemFileCalls().rename(from, to);
+        g_pFaulty->m_bUnsyncedRename |= g_pFaulty->m_unsynced.contains(NumberOf(fromFolder, from));
+        return SystemFileCalls().renameat(fromFolder, from, toFolder, to);
     }
 
-    static int Unlink(const char* path) { return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().unlink(path); }
+    static int UnlinkAt(int folder, const char* path, int flags) {
+        return g_pFaulty->FailsNow() ? -1 : SystemFileCalls().unlinkat(folder, path, flags);
+    }
 
     static int Close(int file) {
         // A close that fails has closed the file all the same.
@@ -71,7 +74,7 @@ struct FaultyFileCalls::Table {
         return bFails ? -1 : result;
     }
 
-    static constexpr FileCalls kCalls = {OpenAt, Pread, Write, Fsync, Fchmod, Rename, Unlink, Close};
+    static constexpr FileCalls kCalls = {OpenAt, Pread, Write, Fsync, Fchmod, RenameAt, UnlinkAt, Close};
 };
 
 FaultyFileCalls::FaultyFileCalls(Fault fault, int failingCall) : m_fault(fault), m_iFailingCall(failingCall) {
@@ -85,7 +88,10 @@ FaultyFileCalls::~FaultyFileCalls() {
 }
 
 bool FaultyFileCalls::FailsNow(std::size_t* count) {
-    if (++m_iCalls != m_iFailingCall || m_fault == Fault::None) {
+    if (++m_iCalls == m_iActingCall) {
+        m_action();
+    }
+    if (m_iCalls != m_iFailingCall || m_fault == Fault::None) {
         return false;
     }
     if (m_fault == Fault::Short) {

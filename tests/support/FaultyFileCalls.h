@@ -3,7 +3,9 @@
 #include "platform/core/FileCalls.h"
 #include "platform/core/Text.h"
 
+#include <functional>
 #include <set>
+#include <utility>
 
 namespace veldan::testing {
 
@@ -30,7 +32,15 @@ public:
     FaultyFileCalls(const FaultyFileCalls&) = delete;
     FaultyFileCalls& operator=(const FaultyFileCalls&) = delete;
 
+    /// Does something just before the call number `call`.
+    void ActAt(int call, std::function<void()> action) {
+        m_iActingCall = call;
+        m_action = std::move(action);
+    }
+
     [[nodiscard]] int Calls() const { return m_iCalls; }
+    /// How many files were opened for more than reading.
+    [[nodiscard]] int OpensForWriting() const { return m_iOpensForWriting; }
     [[nodiscard]] int Renames() const { return m_iRenames; }
     /// Whether some file was renamed with content that had not been synced.
     [[nodiscard]] bool WasUnsyncedRename() const { return m_bUnsyncedRename; }
@@ -43,7 +53,10 @@ private:
 
     Fault m_fault;
     int m_iFailingCall;
+    int m_iActingCall = 0;
+    std::function<void()> m_action;
     int m_iCalls = 0;
+    int m_iOpensForWriting = 0;
     int m_iRenames = 0;
     bool m_bUnsyncedRename = false;
     /// Numbers of the files on the disk that hold something written and not yet synced.

@@ -2,6 +2,7 @@
 
 #include "platform/core/FileCalls.h"
 #include "platform/core/FileHandle.h"
+#include "platform/core/FileTarget.h"
 #include "platform/core/PathResolver.h"
 
 #include <algorithm>
@@ -55,14 +56,14 @@ bool ReadFileStart(std::string_view path, FileAccess access, CString& bytes, std
     return file.handle.IsOpen() && ReadStart(file, bytes, most);
 }
 
-bool DeleteFile(std::string_view path) {
-    const std::optional<ResolvedPath> resolved = ResolvePath(path);
-    if (!resolved || !resolved->bExists || !S_ISREG(resolved->status.st_mode) ||
-        !HasWriteBit(resolved->status.st_mode)) {
+bool DeleteFile(std::string_view path, const WriteRules& rules) {
+    const std::optional<FileTarget> target = FindTarget(path, rules);
+    if (!target || !target->IsChangeableFile(rules)) {
         return false;
     }
     ForgetListings();
-    return Uninterrupted([&] { return CurrentFileCalls().unlink(resolved->strPath.c_str()); }) == 0;
+    return Uninterrupted(
+               [&] { return CurrentFileCalls().unlinkat(target->folder.Get(), target->strName.c_str(), 0); }) == 0;
 }
 
 }  // namespace veldan

@@ -31,9 +31,9 @@ enum class PathKind {
 /// What a file is opened for.
 enum class FileAccess {
     Read,
-    /// Also for writing, in place; fails on a file without any write bit, whoever runs the process.
-    ReadWrite,
-    /// As before, with every write at the file's end; creates the file if it is missing.
+    /// Only for reading, but fails on a file that the process may not write or that has no write bit.
+    ReadIfWritable,
+    /// Also for writing, at the file's end; creates the file if it is missing. Fails on a link.
     Append,
 };
 
@@ -42,21 +42,30 @@ enum class FileAccess {
 [[nodiscard]] VELDAN_PLATFORM_API bool ReadFileStart(std::string_view path, FileAccess access, CString& bytes,
                                                      std::int64_t most);
 
+/// What a call that writes, creates or deletes keeps to.
+struct WriteRules {
+    /// The start of the path in which links are followed. No component of the rest may be a link, the last one
+    /// included, nor one that becomes a link while the call is at work. Where it is empty, that goes for the last
+    /// component alone.
+    CString strRoot = {};
+    /// Whether a file without any write bit may be replaced or deleted too.
+    bool bReadOnlyToo = false;
+};
+
 /// Replaces or creates a file, whole or not at all: whatever ends the process, the old content or the new one stands
 /// there, never a part. A replaced file keeps its mode. False for a file without any write bit, a missing folder, a
-/// target that is no regular file, and a name that holds any of `< > : " | ? *` or a control character.
-VELDAN_PLATFORM_API bool WriteFileWhole(std::string_view path, std::string_view bytes);
+/// target that is no regular file, such as a link, and a name that holds any of `< > : " | ? *` or a control character.
+VELDAN_PLATFORM_API bool WriteFileWhole(std::string_view path, std::string_view bytes, const WriteRules& rules = {});
 
 /// Copies a regular file with its mode over the target, whole or not at all, under the same conditions as
 /// `WriteFileWhole`. A file copied onto itself stays as it is, which is a success.
-VELDAN_PLATFORM_API bool CopyFile(std::string_view source, std::string_view target);
+VELDAN_PLATFORM_API bool CopyFile(std::string_view source, std::string_view target, const WriteRules& rules = {});
 
-/// Deletes a regular file, a link itself rather than what it leads to. False if there is none, or if it has no write
-/// bit.
-VELDAN_PLATFORM_API bool DeleteFile(std::string_view path);
+/// Deletes a regular file. False if there is none, if a link stands there, or if the file has no write bit.
+VELDAN_PLATFORM_API bool DeleteFile(std::string_view path, const WriteRules& rules = {});
 
 /// Removes the temporary files that processes of this library left behind in a folder when they were ended in the
 /// middle of a write; those still being written stay.
-VELDAN_PLATFORM_API void SweepTemporaries(std::string_view folder);
+VELDAN_PLATFORM_API void SweepTemporaries(std::string_view folder, const WriteRules& rules = {});
 
 }  // namespace veldan

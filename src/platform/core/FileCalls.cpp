@@ -15,7 +15,7 @@ int OpenAt(int folder, const char* path, int flags, mode_t mode) {
     return ::openat(folder, path, flags, mode);
 }
 
-constexpr FileCalls kSystemCalls = {OpenAt, ::pread, ::write, ::fsync, ::fchmod, ::rename, ::unlink, ::close};
+constexpr FileCalls kSystemCalls = {OpenAt, ::pread, ::write, ::fsync, ::fchmod, ::renameat, ::unlinkat, ::close};
 
 const FileCalls* g_pCalls = &kSystemCalls;
 

@@ -14,8 +14,8 @@ struct FileCalls {
     ssize_t (*write)(int file, const void* bytes, size_t count);
     int (*fsync)(int file);
     int (*fchmod)(int file, mode_t mode);
-    int (*rename)(const char* from, const char* to);
-    int (*unlink)(const char* path);
+    int (*renameat)(int fromFolder, const char* from, int toFolder, const char* to);
+    int (*unlinkat)(int folder, const char* path, int flags);
     int (*close)(int file);
 };
 

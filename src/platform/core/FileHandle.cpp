@@ -1,50 +1,66 @@
 #include "platform/core/FileHandle.h"
 
 #include "platform/core/FileCalls.h"
+#include "platform/core/FileTarget.h"
 #include "platform/core/Path.h"
 #include "platform/core/PathResolver.h"
 
 #include <cerrno>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace veldan {
 
 namespace {
 
-int FlagsOf(FileAccess access) {
-    // A pipe or a device in a file's place must neither stop the caller nor become its terminal.
-    constexpr int kCommon = O_NONBLOCK | O_NOCTTY;
-    switch (access) {
-        case FileAccess::Read:
-            return kCommon | O_RDONLY;
-        case FileAccess::ReadWrite:
-            return kCommon | O_RDWR;
-        case FileAccess::Append:
-            return kCommon | O_RDWR | O_APPEND;
+/// A pipe or a device that takes a file's place after the look at it must neither stop the caller nor become its
+/// terminal.
+constexpr int kWithCaution = O_NONBLOCK | O_NOCTTY;
+
+/// Asks for the process's effective rights, without opening the file.
+bool IsWritable(const SystemPath& path) {
+    if (faccessat(path.folder, path.path, W_OK, AT_EACCESS) == 0) {
+        return true;
     }
-    return kCommon | O_RDONLY;
+    // Some containers refuse the newer system call that is behind this, with an error that the file itself may cause.
+    const bool bSameRights = getuid() == geteuid() && getgid() == getegid();
+    return errno == EPERM && bSameRights && faccessat(path.folder, path.path, W_OK, 0) == 0;
 }
 
-/// The second try, for a path that doesn't stand on the disk in its given spelling.
-FileHandle OpenResolved(std::string_view path, FileAccess access) {
-    const std::optional<ResolvedPath> resolved = ResolvePath(path);
-    if (!resolved) {
-        return {};
+/// Opens a file for reading, as the path is spelled; nothing where nothing stands there. Opening a device can set it
+/// going, so what isn't a regular file isn't opened at all.
+std::optional<OpenedFile> OpenSpelled(const SystemPath& path, FileAccess access) {
+    struct stat seen = {};
+    if (fstatat(path.folder, path.path, &seen, 0) != 0) {
+        return errno == ENOENT ? std::nullopt : std::optional<OpenedFile>(std::in_place);
     }
-    if (resolved->bExists) {
-        return FileHandle::Open(resolved->strPath.c_str(), FlagsOf(access));
+    OpenedFile file;
+    const bool bWanted = access == FileAccess::Read || (HasWriteBit(seen.st_mode) && IsWritable(path));
+    if (S_ISREG(seen.st_mode) && bWanted) {
+        file.handle = FileHandle::OpenIn(path.folder, path.path, O_RDONLY | kWithCaution);
     }
-    if (access != FileAccess::Append) {
+    // Something else may stand there by now.
+    if (file.handle.IsOpen() && (fstat(file.handle.Get(), &file.status) != 0 || !S_ISREG(file.status.st_mode))) {
+        file.handle.Close();
+    }
+    return file;
+}
+
+/// Unlike for reading, a link isn't followed.
+OpenedFile OpenForAppending(std::string_view path) {
+    const std::optional<FileTarget> target = FindTarget(path, {});
+    if (!target || !IsCreatableName(target->strName) || (target->status && !target->IsChangeableFile({}))) {
         return {};
     }
     ForgetListings();
-    // A link that leads nowhere isn't followed, or the file would come into being somewhere else.
-    return FileHandle::Open(resolved->strPath.c_str(), FlagsOf(access) | O_CREAT | O_NOFOLLOW, 0666);
-}
-
-std::string_view LastComponent(std::string_view path) {
-    return path.substr(path.find_last_of("/\\") + 1);
+    OpenedFile file;
+    file.handle = FileHandle::OpenIn(target->folder.Get(), target->strName.c_str(),
+                                     O_RDWR | O_APPEND | O_CREAT | O_NOFOLLOW | kWithCaution, 0666);
+    if (file.handle.IsOpen() && (fstat(file.handle.Get(), &file.status) != 0 || !S_ISREG(file.status.st_mode))) {
+        file.handle.Close();
+    }
+    return file;
 }
 
 }  // namespace
@@ -98,21 +114,29 @@ bool FileHandle::Sync() const {
     return Uninterrupted([&] { return CurrentFileCalls().fsync(m_file); }) == 0;
 }
 
+FolderStream ReadFolder(const FileHandle& folder) {
+    FileHandle names = FileHandle::OpenIn(folder.Get(), ".", O_RDONLY | O_DIRECTORY);
+    DIR* pStream = names.IsOpen() ? fdopendir(names.Get()) : nullptr;
+    if (pStream) {
+        names.Release();
+    }
+    return {pStream, closedir};
+}
+
 OpenedFile OpenRegularFile(std::string_view path, FileAccess access) {
-    if (!IsUsablePath(path) || (access == FileAccess::Append && !IsCreatableName(LastComponent(path)))) {
+    if (!IsUsablePath(path)) {
         return {};
     }
-    OpenedFile file;
-    file.handle = OpenAsSpelled(ToSystemPath(path), FlagsOf(access));
-    if (!file.handle.IsOpen() && errno == ENOENT) {
-        file.handle = OpenResolved(path, access);
+    if (access == FileAccess::Append) {
+        return OpenForAppending(path);
     }
-    if (!file.handle.IsOpen()) {
-        return {};
+    const CString spelled = ToSystemPath(path);
+    std::optional<OpenedFile> file = OpenSpelled(StartOf(spelled), access);
+    if (!file) {
+        const std::optional<ResolvedPath> resolved = ResolvePath(path);
+        file = resolved ? OpenSpelled({AT_FDCWD, resolved->strPath.c_str()}, access) : std::nullopt;
     }
-    const bool bGood = fstat(file.handle.Get(), &file.status) == 0 && S_ISREG(file.status.st_mode) &&
-                       (access == FileAccess::Read || HasWriteBit(file.status.st_mode));
-    return bGood ? std::move(file) : OpenedFile{};
+    return std::move(file).value_or(OpenedFile{});
 }
 
 }  // namespace veldan

@@ -4,11 +4,13 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 namespace veldan {
@@ -44,6 +46,8 @@ public:
     [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
     [[nodiscard]] int Get() const { return m_file; }
     void Close();
+    /// Gives the file up to somebody else who closes it.
+    int Release() { return std::exchange(m_file, -1); }
 
     /// Fills `bytes` from that place of the file on, less at the file's end; nothing on an error.
     [[nodiscard]] std::optional<std::size_t> ReadAt(std::int64_t offset, std::span<char> bytes) const;
@@ -53,6 +57,12 @@ public:
 private:
     int m_file = -1;
 };
+
+/// The names in a folder, for `readdir`.
+using FolderStream = std::unique_ptr<DIR, int (*)(DIR*)>;
+
+/// Starts to read an open folder's names; null if it may not be read. The handle stays open and unchanged.
+[[nodiscard]] FolderStream ReadFolder(const FileHandle& folder);
 
 struct OpenedFile {
     FileHandle handle;

@@ -8,9 +8,8 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <memory>
+#include <utility>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -46,28 +45,34 @@ bool IsLinked(int file) {
 
 /// Whoever writes a temporary file holds its lock, which goes with the process, so a lock that can be had shows that
 /// the file was left behind. The number of the process couldn't show it: it may have come to another one since.
-void RemoveIfAbandoned(const CString& path) {
-    const FileHandle handle = FileHandle::Open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+void RemoveIfAbandoned(const FileHandle& folder, const char* name) {
+    struct stat status = {};
+    if (fstatat(folder.Get(), name, &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode)) {
+        return;
+    }
+    const FileHandle handle = FileHandle::OpenIn(folder.Get(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     if (handle.IsOpen() && flock(handle.Get(), LOCK_EX | LOCK_NB) == 0) {
-        CurrentFileCalls().unlink(path.c_str());
+        CurrentFileCalls().unlinkat(folder.Get(), name, 0);
     }
 }
 
 }  // namespace
 
-bool FileReplacement::Begin(std::string_view path) {
-    std::optional<ResolvedPath> resolved = ResolvePath(path);
-    if (!resolved || !IsCreatableName(resolved->strName)) {
+bool FileReplacement::Begin(std::string_view path, const WriteRules& rules) {
+    return Begin(FindTarget(path, rules), rules);
+}
+
+bool FileReplacement::Begin(std::optional<FileTarget> target, const WriteRules& rules) {
+    if (!target || !IsCreatableName(target->strName)) {
         return false;
     }
-    if (resolved->bExists) {
-        if (!S_ISREG(resolved->status.st_mode) || !HasWriteBit(resolved->status.st_mode)) {
+    if (target->status) {
+        if (!target->IsChangeableFile(rules)) {
             return false;
         }
-        SetMode(resolved->status.st_mode);
+        SetMode(target->status->st_mode);
     }
-    m_strTarget = std::move(resolved->strPath);
-    m_strFolder = std::move(resolved->strFolder);
+    m_target = std::move(*target);
     m_bFailed = !CreateTemporary();
     return !m_bFailed;
 }
@@ -76,8 +81,9 @@ bool FileReplacement::CreateTemporary() {
     // A name can be taken, or a sweep can catch the file in the moment before it is locked; neither goes on for long.
     constexpr int kTries = 100;
     for (int i = 0; i < kTries; ++i) {
-        m_strTemporary = m_strFolder + '/' + NextTemporaryName();
-        m_handle = FileHandle::Open(m_strTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL, m_mode ? 0600 : 0666);
+        m_strTemporary = NextTemporaryName();
+        m_handle = FileHandle::OpenIn(m_target.folder.Get(), m_strTemporary.c_str(), O_WRONLY | O_CREAT | O_EXCL,
+                                      m_mode ? 0600 : 0666);
         if (!m_handle.IsOpen() && errno == EEXIST) {
             continue;
         }
@@ -113,44 +119,46 @@ bool FileReplacement::ReplaceTarget() const {
     if (m_mode && Uninterrupted([&] { return calls.fchmod(m_handle.Get(), *m_mode); }) != 0) {
         return false;
     }
-    if (!m_handle.Sync() ||
-        Uninterrupted([&] { return calls.rename(m_strTemporary.c_str(), m_strTarget.c_str()); }) != 0) {
+    const int folder = m_target.folder.Get();
+    if (!m_handle.Sync() || Uninterrupted([&] {
+                                return calls.renameat(folder, m_strTemporary.c_str(), folder, m_target.strName.c_str());
+                            }) != 0) {
         return false;
     }
     ForgetListings();
     // The new content stands there from here on. If its name can't be synced, a crash of the machine may bring back the
     // old content, whole as well.
-    const FileHandle folder = FileHandle::Open(m_strFolder.c_str(), O_RDONLY | O_DIRECTORY);
-    if (folder.IsOpen()) {
-        static_cast<void>(folder.Sync());
+    const FileHandle synced = FileHandle::OpenIn(folder, ".", O_RDONLY | O_DIRECTORY);
+    if (synced.IsOpen()) {
+        static_cast<void>(synced.Sync());
     }
     return true;
 }
 
 void FileReplacement::Discard() {
     if (!m_strTemporary.empty()) {
-        CurrentFileCalls().unlink(m_strTemporary.c_str());
+        CurrentFileCalls().unlinkat(m_target.folder.Get(), m_strTemporary.c_str(), 0);
         m_strTemporary.clear();
     }
     m_handle.Close();
 }
 
-bool WriteFileWhole(std::string_view path, std::string_view bytes) {
+bool WriteFileWhole(std::string_view path, std::string_view bytes, const WriteRules& rules) {
     FileReplacement replacement;
-    return replacement.Begin(path) && replacement.Write(bytes) && replacement.Commit();
+    return replacement.Begin(path, rules) && replacement.Write(bytes) && replacement.Commit();
 }
 
-bool CopyFile(std::string_view source, std::string_view target) {
+bool CopyFile(std::string_view source, std::string_view target, const WriteRules& rules) {
     const OpenedFile from = OpenRegularFile(source, FileAccess::Read);
     if (!from.handle.IsOpen()) {
         return false;
     }
-    const std::optional<ResolvedPath> to = ResolvePath(target);
-    if (to && to->bExists && to->status.st_dev == from.status.st_dev && to->status.st_ino == from.status.st_ino) {
+    std::optional<FileTarget> to = FindTarget(target, rules);
+    if (to && to->status && to->status->st_dev == from.status.st_dev && to->status->st_ino == from.status.st_ino) {
         return true;
     }
     FileReplacement replacement;
-    if (!replacement.Begin(target)) {
+    if (!replacement.Begin(std::move(to), rules)) {
         return false;
     }
     replacement.SetMode(from.status.st_mode);
@@ -168,15 +176,15 @@ bool CopyFile(std::string_view source, std::string_view target) {
     return false;
 }
 
-void SweepTemporaries(std::string_view folder) {
-    const std::optional<ResolvedPath> resolved = ResolvePath(folder);
-    if (!resolved || !resolved->bExists) {
+void SweepTemporaries(std::string_view folder, const WriteRules& rules) {
+    const FileHandle opened = OpenTargetFolder(folder, rules);
+    if (!opened.IsOpen()) {
         return;
     }
-    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(resolved->strPath.c_str()), closedir);
-    while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
+    const FolderStream pNames = ReadFolder(opened);
+    while (const dirent* pEntry = pNames ? readdir(pNames.get()) : nullptr) {
         if (IsTemporaryName(pEntry->d_name)) {
-            RemoveIfAbandoned(resolved->strPath + '/' + pEntry->d_name);
+            RemoveIfAbandoned(opened, pEntry->d_name);
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/FileHandle.h"
+#include "platform/core/FileTarget.h"
 #include "platform/core/Text.h"
 
 namespace veldan {
@@ -15,7 +16,9 @@ public:
     FileReplacement& operator=(const FileReplacement&) = delete;
 
     /// Starts a new content for a path of any spelling; see `WriteFileWhole` for what makes it fail.
-    [[nodiscard]] bool Begin(std::string_view path);
+    [[nodiscard]] bool Begin(std::string_view path, const WriteRules& rules = {});
+    /// The same for a path that was looked for already.
+    [[nodiscard]] bool Begin(std::optional<FileTarget> target, const WriteRules& rules);
 
     /// The permission bits for the file, instead of those it had or, for a new file, the process's usual ones.
     void SetMode(mode_t mode) { m_mode = mode & 0777; }
@@ -31,8 +34,7 @@ private:
     [[nodiscard]] bool CreateTemporary();
     [[nodiscard]] bool ReplaceTarget() const;
 
-    CString m_strTarget;
-    CString m_strFolder;
+    FileTarget m_target;
     CString m_strTemporary;
     FileHandle m_handle;
     std::optional<mode_t> m_mode;

@@ -1,6 +1,6 @@
 #include "platform/core/FolderLock.h"
 
-#include "platform/core/PathResolver.h"
+#include "platform/core/FileTarget.h"
 
 #include <cerrno>
 #include <chrono>
@@ -33,18 +33,17 @@ bool LockWithin(int file, std::chrono::steady_clock::duration wait) {
 
 }  // namespace
 
-FolderLock::FolderLock(std::string_view folder) : m_pOuter(t_pInnermost) {
+FolderLock::FolderLock(std::string_view folder, const WriteRules& rules) : m_pOuter(t_pInnermost) {
     t_pInnermost = this;
-    const std::optional<ResolvedPath> resolved = ResolvePath(folder);
-    if (!resolved || !resolved->bExists) {
+    const FileHandle found = OpenTargetFolder(folder, rules);
+    if (!found.IsOpen() || fstat(found.Get(), &m_status) != 0) {
         return;
     }
-    m_status = resolved->status;
     m_bHeld = IsHeldOutside();
     if (m_bHeld) {
         return;
     }
-    m_handle = FileHandle::Open(resolved->strPath.c_str(), O_RDONLY | O_DIRECTORY);
+    m_handle = FileHandle::OpenIn(found.Get(), ".", O_RDONLY | O_DIRECTORY);
     m_bHeld = m_handle.IsOpen() && LockWithin(m_handle.Get(), kLongestWait);
 }
 

@@ -10,8 +10,8 @@ namespace veldan {
 /// coming.
 class VELDAN_PLATFORM_API FolderLock {
 public:
-    /// Waits at most a second for the lock, then goes on without it.
-    explicit FolderLock(std::string_view folder);
+    /// Waits at most a second for the lock, then goes on without it. Of the rules only the root counts.
+    explicit FolderLock(std::string_view folder, const WriteRules& rules = {});
     ~FolderLock();
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;

@@ -10,7 +10,6 @@
 #include <memory>
 #include <utility>
 
-#include <dirent.h>
 #include <fcntl.h>
 
 namespace veldan {
@@ -19,7 +18,8 @@ namespace veldan {
 /// through at first; who looks for more has them sorted.
 class FolderNames {
 public:
-    explicit FolderNames(const CString& folder);
+    explicit FolderNames(const CString& folder) : FolderNames(FolderStream(opendir(folder.c_str()), closedir)) {}
+    explicit FolderNames(const FolderStream& pFolder);
     FolderNames(const FolderNames&) = delete;
     FolderNames& operator=(const FolderNames&) = delete;
 
@@ -126,8 +126,7 @@ bool IsFolder(const CString& path) {
 
 }  // namespace
 
-FolderNames::FolderNames(const CString& folder) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(folder.c_str()), closedir);
+FolderNames::FolderNames(const FolderStream& pFolder) {
     while (const dirent* pEntry = pFolder ? readdir(pFolder.get()) : nullptr) {
         m_strNames.append(pEntry->d_name).push_back('\0');
     }
@@ -242,15 +241,19 @@ bool IsCreatableName(std::string_view name) {
            });
 }
 
-FileHandle OpenAsSpelled(const CString& path, int flags) {
+CString FindNameIn(const FileHandle& folder, std::string_view name) {
+    return CString(FolderNames(ReadFolder(folder)).Find(name));
+}
+
+SystemPath StartOf(const CString& path) {
     const PathParts parts = Split(path);
     // The parts lie at the end of the path, so the name ends where it does.
     if (t_pSnapshot && !parts.name.empty()) {
         if (const FileHandle& folder = t_pSnapshot->Open(parts.folder); folder.IsOpen()) {
-            return FileHandle::OpenIn(folder.Get(), parts.name.data(), flags);
+            return {folder.Get(), parts.name.data()};
         }
     }
-    return FileHandle::Open(path.c_str(), flags);
+    return {AT_FDCWD, path.c_str()};
 }
 
 void ForgetListings() {

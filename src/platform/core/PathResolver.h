@@ -34,9 +34,19 @@ struct ResolvedPath {
 /// backslash and no control character.
 [[nodiscard]] bool IsCreatableName(std::string_view name);
 
-/// Opens a path as it is spelled. While a snapshot stands, the folder that a file was last opened in is kept open, so
-/// that the way to it is gone just once for many files.
-[[nodiscard]] FileHandle OpenAsSpelled(const CString& path, int flags);
+/// The spelling of a name in an open folder, its exact one or else the byte-smallest that differs only in case; empty
+/// where no name matches. Lists the folder.
+[[nodiscard]] CString FindNameIn(const FileHandle& folder, std::string_view name);
+
+/// A path as the calls of the system take it that start in an open folder.
+struct SystemPath {
+    int folder;
+    const char* path;
+};
+
+/// A path as it is spelled, good until the next call and no longer than the path itself. While a snapshot stands, the
+/// folder that was last asked for is kept open, so that for many files in it the system looks it up just once.
+[[nodiscard]] SystemPath StartOf(const CString& path);
 
 /// To be called after a file came, went or changed its name: the snapshot of this thread, if any, lists folders anew.
 void ForgetListings();

@@ -25,14 +25,14 @@ BOOL CStdioFile::Open(std::string_view path, UINT flags) {
         return FALSE;
     }
     if ((flags & modeCreate) == 0) {
-        return OpenExisting(path, (flags & modeReadWrite) != 0 ? FileAccess::ReadWrite : FileAccess::Read);
+        return OpenExisting(path, (flags & modeReadWrite) != 0 ? FileAccess::ReadIfWritable : FileAccess::Read);
     }
     if ((flags & modeNoTruncate) != 0) {
         m_bAppending = OpenExisting(path, FileAccess::Append) != FALSE;
         return m_bAppending;
     }
     auto pReplacement = std::make_unique<FileReplacement>();
-    if (!pReplacement->Begin(path)) {
+    if (!pReplacement->Begin(path, {.strRoot = m_strRoot})) {
         return FALSE;
     }
     m_pReplacement = std::move(pReplacement);

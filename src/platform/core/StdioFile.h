@@ -38,6 +38,9 @@ public:
     /// also on a stream that is open.
     [[nodiscard]] virtual BOOL Open(std::string_view path, UINT flags);
 
+    /// Names the root (`WriteRules`) of the paths that are opened for a new content from now on.
+    void SetRoot(const CString& root) { m_strRoot = root; }
+
     /// Brings to the disk what was written. False if that, or any read since the opening, failed; a stream that
     /// replaces a file then leaves the old one as it was. True on a closed stream.
     virtual BOOL Close();
@@ -71,6 +74,7 @@ private:
     [[nodiscard]] std::string_view Buffered() const { return {m_pBuffer.get() + m_nNext, m_nFilled - m_nNext}; }
     void Skip(std::size_t count);
 
+    CString m_strRoot;
     FileHandle m_handle;
     std::unique_ptr<FileReplacement> m_pReplacement;
     bool m_bAppending = false;
