@@ -113,13 +113,13 @@ TEST_F(KeysTest, KeysBringTheirCodeAndTheirText) {
                                                                   {XKB_KEY_A, 'A', "A"},
                                                                   {XKB_KEY_7, '7', "7"},
                                                                   {XKB_KEY_space, VK_SPACE, " "},
-                                                                  {XKB_KEY_Tab, VK_TAB, ""},
-                                                                  {XKB_KEY_Return, VK_RETURN, ""},
-                                                                  {XKB_KEY_Escape, VK_ESCAPE, ""},
+                                                                  {XKB_KEY_Tab, VK_TAB, "\t"},
+                                                                  {XKB_KEY_Return, VK_RETURN, "\r"},
+                                                                  {XKB_KEY_Escape, VK_ESCAPE, "\x1b"},
                                                                   {XKB_KEY_Up, VK_UP, ""},
                                                                   {XKB_KEY_Home, VK_HOME, ""},
                                                                   {XKB_KEY_Delete, VK_DELETE, ""},
-                                                                  {XKB_KEY_BackSpace, VK_BACK, ""},
+                                                                  {XKB_KEY_BackSpace, VK_BACK, "\b"},
                                                                   {XKB_KEY_F1, VK_F1, ""}};
     for (const auto& [symbol, key, text] : cases) {
         const DisplayEvent event = Typed(symbol);
@@ -142,8 +142,25 @@ TEST_F(KeysTest, AnotherMapIsTakenOverAndDeadKeysCompose) {
     ASSERT_TRUE(WaitFor(DisplayEventKind::KeyPress));
     const DisplayEvent event = Typed(XKB_KEY_c);
     EXPECT_EQ(event.key, UINT{'C'});
-    EXPECT_EQ(event.text, "") << "with Control nothing is typed";
+    EXPECT_EQ(event.text, "\x3") << "Control makes a control character of a letter";
     EXPECT_EQ(event.flags, UINT{MK_CONTROL});
+    EXPECT_EQ(Typed(XKB_KEY_period).text, "") << "and nothing of what it can't change";
+}
+
+TEST_F(KeysTest, HeldKeyRepeatsUntilItsReleaseAndModifiersCountFromTheirPressOn) {
+    ShowFocusedMenu();
+    m_hand.KeyDown(XKB_KEY_Alt_L);
+    EXPECT_EQ(WaitFor(DisplayEventKind::KeyPress)->flags, UINT{MK_ALT});
+    const DisplayEvent command = Typed(XKB_KEY_a);
+    EXPECT_EQ(command.text, "") << "with Alt a key is a command";
+    EXPECT_FALSE(command.repeat);
+    m_hand.KeyUp(XKB_KEY_Alt_L);
+    EXPECT_EQ(WaitFor(DisplayEventKind::KeyRelease)->key, UINT{'A'});
+    EXPECT_EQ(WaitFor(DisplayEventKind::KeyRelease)->flags, 0U);
+    m_hand.KeyDown(XKB_KEY_a);
+    EXPECT_FALSE(WaitFor(DisplayEventKind::KeyPress)->repeat);
+    EXPECT_TRUE(WaitFor(DisplayEventKind::KeyPress)->repeat) << "the server repeats it";
+    m_hand.KeyUp(XKB_KEY_a);
 }
 
 struct Watch {

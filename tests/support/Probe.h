@@ -18,6 +18,7 @@ namespace veldan {
 template <class Base>
 class Probe : public Base {
 public:
+    using Base::Base;
     using Action = std::function<void(Probe&)>;
 
     /// Numbers of the messages so far, but for those that every move brings.

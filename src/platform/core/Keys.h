@@ -7,6 +7,9 @@ namespace veldan {
 /// Virtual key codes, as they stand in the wParam of key messages. Letters and digits have the code of their upper-case
 /// character; a key without a code is 0.
 enum : UINT {
+    VK_LBUTTON = 0x01,
+    VK_RBUTTON = 0x02,
+    VK_MBUTTON = 0x04,
     VK_BACK = 0x08,
     VK_TAB = 0x09,
     VK_RETURN = 0x0D,

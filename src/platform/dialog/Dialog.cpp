@@ -23,28 +23,33 @@ bool IsTabStop(const WindowRecord* control) {
 }  // namespace
 
 CDialog::CDialog() = default;
-CDialog::~CDialog() = default;
+
+CDialog::CDialog(UINT templateId, CWnd* parent) : m_uTemplateId(templateId), m_pParentWnd(parent) {}
+
+CDialog::~CDialog() {
+    if (m_pModal != nullptr) {
+        m_pModal->isObjectGone = true;
+    }
+}
 
 bool CDialog::Create(UINT templateId, CWnd* parent) {
     const DialogTemplate* form = FindDialogTemplate(templateId);
-    if (form == nullptr) {
-        return false;
-    }
     Desktop& desktop = Desktop::Get();
-    const HWND owner = parent != nullptr ? parent->GetSafeHwnd() : desktop.DefaultOwner();
-    if (!CreateEx(0, kDialogClass, form->caption, form->style & ~WS_VISIBLE, form->size.ToPixels(), owner, 0)) {
+    if (form == nullptr || !CreateFrom(*form, parent != nullptr ? parent->GetSafeHwnd() : desktop.DefaultOwner())) {
         return false;
     }
     const HWND self = GetSafeHwnd();
     const bool show = (form->style & WS_VISIBLE) != 0;
-    if (!CreateControls(*form)) {
-        return false;
-    }
     desktop.SendMessage(self, WM_INITDIALOG);
     if (show) {
         desktop.ShowWindow(self, SW_SHOW);
     }
     return desktop.Find(self) != nullptr;
+}
+
+bool CDialog::CreateFrom(const DialogTemplate& form, HWND owner) {
+    return CreateEx(0, kDialogClass, form.caption, form.style & ~WS_VISIBLE, form.size.ToPixels(), owner, 0) &&
+           CreateControls(form);
 }
 
 /// False if the dialog did not survive it.
@@ -116,6 +121,9 @@ const MessageMap& CDialog::ClassMessageMap() {
     static constexpr MessageMapEntry kEntries[] = {
         On<WM_INITDIALOG, &CDialog::HandleInitDialog>(),
         On<WM_SETFOCUS, &CDialog::OnSetFocus>(),
+        On<WM_CLOSE, &CDialog::OnClose>(),
+        OnCommand<IDOK, &CDialog::OnOK>(),
+        OnCommand<IDCANCEL, &CDialog::OnCancel>(),
     };
     static const MessageMap kMap{&CWnd::ClassMessageMap(), kEntries};
     return kMap;

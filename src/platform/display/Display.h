@@ -40,7 +40,8 @@ enum class DisplayEventKind {
     ButtonPress,   ///< `button` 1 left, 2 middle, 3 right, over `window`.
     ButtonRelease,
     Wheel,     ///< `delta` is 120 for a step away from the person, -120 for one towards them.
-    KeyPress,  ///< `key` is a virtual key code, `text` what the key typed as UTF-8, often empty.
+    KeyPress,  ///< `key` is a virtual key code, `text` what the key typed as UTF-8, often empty; control characters
+               ///< too.
     KeyRelease,
     FocusIn,       ///< `window` has the keyboard focus now.
     FocusOut,      ///< No own window has the keyboard focus any more.
@@ -57,6 +58,10 @@ inline constexpr UINT MK_RBUTTON = 0x02;
 inline constexpr UINT MK_SHIFT = 0x04;
 inline constexpr UINT MK_CONTROL = 0x08;
 inline constexpr UINT MK_MBUTTON = 0x10;
+inline constexpr UINT MK_ALT = 0x8000;  ///< With display events only.
+
+/// The modifier that a key is, or 0.
+[[nodiscard]] VELDAN_PLATFORM_API UINT ModifierOfKey(UINT key);
 
 struct DisplayEvent {
     DisplayEventKind kind = DisplayEventKind::PointerMove;
@@ -66,6 +71,7 @@ struct DisplayEvent {
     int delta = 0;
     UINT flags = 0;  ///< MK_... as they are after the event.
     UINT key = 0;
+    bool repeat = false;  ///< The key was down already.
     std::string text{};
     CRect rect{};
 };

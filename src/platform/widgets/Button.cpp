@@ -105,7 +105,9 @@ void CButton::EndPress(bool click) {
     }
     const HWND self = GetSafeHwnd();
     Press(false);
-    ReleaseCapture();
+    if (Desktop::Get().Capture() == self) {
+        ReleaseCapture();
+    }
     if (!click || FromHandle(self) != this) {
         return;
     }

@@ -1,10 +1,12 @@
 #include "platform/window/Desktop.h"
 
+#include "platform/core/Keys.h"
 #include "platform/display/DisplayFactory.h"
 #include "platform/draw/Font.h"
 #include "platform/window/MessageLoop.h"
 #include "platform/window/WindowLife.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veldan {
@@ -44,7 +46,7 @@ struct Desktop::Parts {
     WindowState state{context, tree, messenger, events, painting, surfaces, activation};
     WindowLife life{context, tree, messenger, state};
     Input input{events, queue, pointer, keyboard, activation, state};
-    MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, timers};
+    MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, keyboard, timers};
 };
 
 Desktop::Desktop(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
@@ -105,13 +107,19 @@ void Desktop::Dispatch() {
 }
 
 int Desktop::Run() {
-    while (PumpMessage()) {
-    }
-    return m_parts->queue.QuitResult();
+    return m_parts->loop.Run();
 }
 
 bool Desktop::PumpMessage() {
     return m_parts->loop.Pump();
+}
+
+bool Desktop::RunWhile(const std::function<bool()>& goesOn) {
+    return m_parts->loop.RunWhile(goesOn);
+}
+
+void Desktop::SetWaitFunction(WaitFunction wait) {
+    m_parts->loop.SetWaitFunction(std::move(wait));
 }
 
 bool Desktop::PeekMessage(MSG& message) {
@@ -156,6 +164,14 @@ bool Desktop::PostMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 
 const MSG& Desktop::CurrentMessage() const {
     return m_parts->messenger.Current();
+}
+
+short Desktop::GetKeyState(UINT key) const {
+    constexpr std::pair<UINT, UINT> kFlags[] = {{VK_SHIFT, MK_SHIFT},     {VK_CONTROL, MK_CONTROL},
+                                                {VK_MENU, MK_ALT},        {VK_LBUTTON, MK_LBUTTON},
+                                                {VK_RBUTTON, MK_RBUTTON}, {VK_MBUTTON, MK_MBUTTON}};
+    const auto* found = std::ranges::find(kFlags, key, &std::pair<UINT, UINT>::first);
+    return found != std::end(kFlags) && (CurrentMessage().flags & found->second) != 0 ? -1 : 0;
 }
 
 MSG Desktop::ExchangeCurrentMessage(const MSG& message) {

@@ -5,8 +5,10 @@
 #include "platform/draw/DC.h"
 #include "platform/window/Messenger.h"
 #include "platform/window/Timers.h"
+#include "platform/window/WaitSet.h"
 #include "platform/window/WindowRecord.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -57,6 +59,14 @@ public:
     int Run();
     /// Waits for one message and handles it. False: it was the quit message.
     bool PumpMessage();
+    /// Handles messages for as long as `goesOn` answers true, as Run does: the loop of modal dialogs and drags. False:
+    /// a quit message ended it, which the loop outside of this one gets too, or the host quits, or the display is gone.
+    bool RunWhile(const std::function<bool()>& goesOn);
+    /// Puts the host's own wait in the place of the layer's, which waits on the descriptor. All loops of the layer wait
+    /// there: Run, modal dialogs, popup menus, drags. The function runs one turn of the host's loop, which may block
+    /// and must dispatch when the descriptor is readable. False: the host quits, and each loop ends. Empty: the layer's
+    /// own.
+    void SetWaitFunction(WaitFunction wait);
     /// Takes the next message without waiting; false: there is none.
     bool PeekMessage(MSG& message);
     /// Runs the PreTranslateMessage walk from the message's window up its parents, then hands the message to its
@@ -83,6 +93,9 @@ public:
     bool PostMessage(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     /// The message whose handler runs, innermost.
     [[nodiscard]] const MSG& CurrentMessage() const;
+    /// Negative if Shift, Ctrl, Alt (VK_MENU) or a button of the pointer was held when the input came that led to the
+    /// message whose handler runs; 0 otherwise, and for all other keys.
+    [[nodiscard]] short GetKeyState(UINT key) const;
     /// Puts another message in its place while a parent hands a message back to a control; gives the one before.
     MSG ExchangeCurrentMessage(const MSG& message);
 

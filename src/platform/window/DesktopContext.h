@@ -27,10 +27,14 @@ public:
     /// Something is left to do: makes the descriptor readable until the loop has seen to it.
     void Wake() { m_waitSet.SetAwake(true); }
 
+    /// Watches the display's connection, or no longer, once that is lost.
+    void WatchDisplay();
+
 private:
     std::unique_ptr<Clock> m_clock;
     std::unique_ptr<Display> m_display;
     WaitSet m_waitSet;
+    int m_nWatched = -1;
 };
 
 }  // namespace veldan

@@ -1,29 +1,36 @@
 #include "platform/window/Keyboard.h"
 
+#include "platform/core/Utf8.h"
+
+#include <string_view>
+#include <utility>
+
 namespace veldan {
 
 Taken Keyboard::KeyChanged(const DisplayEvent& event, MSG& message) {
+    m_messenger.SetInputFlags(event.flags);
+    m_strText.clear();
     const HWND target = m_activation.Focus() ? m_activation.Focus() : m_activation.Active();
     if (!target) {
         return Taken::Done;
     }
     const bool press = event.kind == DisplayEventKind::KeyPress;
-    message = m_messenger.Make(target, press ? WM_KEYDOWN : WM_KEYUP, event.key, 1);
+    message = m_messenger.Make(target, press ? WM_KEYDOWN : WM_KEYUP, event.key, 1 | (event.repeat ? kKeyRepeat : 0));
     if (press) {
-        PostCharacters(target, event.text);
+        m_strText = event.text;
     }
     return Taken::Message;
 }
 
+std::string Keyboard::TakeText() {
+    return std::exchange(m_strText, {});
+}
+
 void Keyboard::PostCharacters(HWND window, const std::string& text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i++]);
-        const int more = lead < 0xc0 ? 0 : lead < 0xe0 ? 1 : lead < 0xf0 ? 2 : 3;
-        UINT code = more == 0 ? lead : lead & (0x3fU >> more);
-        for (int k = 0; k < more && i < text.size(); ++k) {
-            code = code << 6 | (static_cast<unsigned char>(text[i++]) & 0x3fU);
-        }
-        m_queue.Post(window, WM_CHAR, code, 1);
+    for (std::string_view rest = text; !rest.empty();) {
+        const Utf8Character character = DecodeUtf8(rest);
+        rest.remove_prefix(character.nLength);
+        m_queue.Post(window, WM_CHAR, character.value, 1);
     }
 }
 

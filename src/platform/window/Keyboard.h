@@ -3,22 +3,27 @@
 #include "platform/window/Activation.h"
 #include "platform/window/MessageQueue.h"
 
+#include <string>
+
 namespace veldan {
 
 /// Makes messages of the display's keys, for the window that has the focus.
 class Keyboard {
 public:
-    Keyboard(const Messenger& messenger, MessageQueue& queue, const Activation& activation)
+    Keyboard(Messenger& messenger, MessageQueue& queue, const Activation& activation)
         : m_messenger(messenger), m_queue(queue), m_activation(activation) {}
 
     Taken KeyChanged(const DisplayEvent& event, MSG& message);
-
-private:
+    /// What the key of the latest WM_KEYDOWN typed. Taken before anybody sees that message: who does may run a loop.
+    [[nodiscard]] std::string TakeText();
+    /// Posts characters to a window, a WM_CHAR for each code point.
     void PostCharacters(HWND window, const std::string& text);
 
-    const Messenger& m_messenger;
+private:
+    Messenger& m_messenger;
     MessageQueue& m_queue;
     const Activation& m_activation;
+    std::string m_strText;
 };
 
 }  // namespace veldan

@@ -4,6 +4,27 @@
 
 namespace veldan {
 
+namespace {
+
+/// Counts the loops that run inside one another. With the outermost ends what a host said of quitting.
+class RunningLoop {
+public:
+    RunningLoop(int& count, bool& hostQuits) : m_nCount(count), m_bHostQuits(hostQuits) { ++m_nCount; }
+    ~RunningLoop() {
+        if (--m_nCount == 0) {
+            m_bHostQuits = false;
+        }
+    }
+    RunningLoop(const RunningLoop&) = delete;
+    RunningLoop& operator=(const RunningLoop&) = delete;
+
+private:
+    int& m_nCount;
+    bool& m_bHostQuits;
+};
+
+}  // namespace
+
 void MessageLoop::Dispatch() {
     // Bounded, so that windows that keep posting to themselves don't keep the host from its own loop.
     constexpr int kMaxMessages = 10'000;
@@ -14,19 +35,55 @@ void MessageLoop::Dispatch() {
     Settle();
 }
 
+int MessageLoop::Run() {
+    const RunningLoop running(m_nRunning, m_bHostQuits);
+    while (Pump()) {
+    }
+    return m_queue.QuitResult();
+}
+
 bool MessageLoop::Pump() {
+    const RunningLoop running(m_nRunning, m_bHostQuits);
     MSG message;
-    for (;;) {
-        if (m_queue.TakeQuit()) {
-            return false;
-        }
+    while (!m_bHostQuits && !m_queue.TakeQuit()) {
         if (Peek(message)) {
             TranslateAndDispatch(message);
             return true;
         }
-        Settle();
-        m_context.GetWaitSet().Wait();
+        Wait();
     }
+    return false;
+}
+
+bool MessageLoop::RunWhile(const std::function<bool()>& goesOn) {
+    const RunningLoop running(m_nRunning, m_bHostQuits);
+    MSG message;
+    while (goesOn()) {
+        if (m_queue.TakeQuit()) {
+            m_queue.PostQuit(m_queue.QuitResult());
+            return false;
+        }
+        if (m_bHostQuits || !m_context.GetDisplayQuietly().IsAlive()) {
+            return false;  // nobody can end what isn't shown
+        }
+        if (Peek(message)) {
+            TranslateAndDispatch(message);
+        } else {
+            Wait();
+        }
+    }
+    return true;
+}
+
+/// The only place where the layer waits. A host's word that it quits reaches every loop, even if it says so only once.
+void MessageLoop::Wait() {
+    Settle();
+    if (!m_wait) {
+        m_context.GetWaitSet().Wait();
+        return;
+    }
+    const WaitFunction wait = m_wait;  // it may put another in its place
+    m_bHostQuits = !wait() || m_bHostQuits;
 }
 
 bool MessageLoop::Peek(MSG& message) {
@@ -58,9 +115,11 @@ bool MessageLoop::NextPaint(MSG& message) {
 }
 
 void MessageLoop::TranslateAndDispatch(MSG& message) {
+    const std::string typed = message.message == WM_KEYDOWN ? m_keyboard.TakeText() : std::string();
     if (m_messenger.PreTranslate(message)) {
         return;
     }
+    m_keyboard.PostCharacters(message.hwnd, typed);
     if (message.message == WM_PAINT) {
         m_painting.Paint(message.hwnd);
     } else if (message.message == WM_TIMER && !message.hwnd) {
@@ -76,7 +135,7 @@ void MessageLoop::Settle() {
     m_surfaces.PresentAll();
     display.Flush();
     m_events.Read();
-    waitSet.Watch(display.Descriptor());
+    m_context.WatchDisplay();
     const std::int64_t due = NextDue();
     waitSet.WakeAfter(due < 0 ? -1 : std::max<std::int64_t>(due - m_context.Now(), 0));
     waitSet.SetAwake(HasWork());

@@ -19,6 +19,9 @@ VELDAN_MESSAGES(VELDAN_MESSAGE_CONSTANT)
 /// The first number that a program may use for messages of its own between its windows.
 inline constexpr UINT WM_USER = 0x0400;
 
+/// In lParam of WM_KEYDOWN: the key was down already.
+inline constexpr LPARAM kKeyRepeat = LPARAM{1} << 30;
+
 /// A message as the queue hands it out.
 struct MSG {
     HWND hwnd;
@@ -27,6 +30,7 @@ struct MSG {
     LPARAM lParam = 0;
     std::int64_t time = 0;  ///< Milliseconds of the desktop's clock.
     CPoint pt;              ///< The pointer on the screen.
+    UINT flags = 0;         ///< MK_... of the buttons and modifiers that were held.
 };
 
 struct MessageName {

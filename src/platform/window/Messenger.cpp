@@ -27,11 +27,20 @@ LRESULT Messenger::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 void Messenger::Dispatch(const MSG& message) {
     if (const WindowRecord* record = m_tree.Find(message.hwnd)) {
-        Call(*record, Make(message.hwnd, message.message, message.wParam, message.lParam), false);
+        MSG dispatched = Make(message.hwnd, message.message, message.wParam, message.lParam);
+        dispatched.flags = message.flags;
+        Call(*record, dispatched, false);
     }
 }
 
 bool Messenger::PreTranslate(MSG& message) {
+    const MSG outer = std::exchange(m_current, message);
+    const bool isDone = WalkUp(message);
+    m_current = outer;
+    return isDone;
+}
+
+bool Messenger::WalkUp(MSG& message) {
     for (HWND window = message.hwnd; window;) {
         const WindowRecord* record = m_tree.Find(window);
         if (record == nullptr) {
@@ -47,7 +56,7 @@ bool Messenger::PreTranslate(MSG& message) {
 }
 
 MSG Messenger::Make(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
-    return {window, message, wParam, lParam, m_clock.Now(), m_ptPointer};
+    return {window, message, wParam, lParam, m_clock.Now(), m_ptPointer, m_uInputFlags};
 }
 
 }  // namespace veldan

@@ -35,8 +35,11 @@ public:
     /// Where the pointer was last seen on the screen; messages carry it.
     [[nodiscard]] CPoint PointerPlace() const { return m_ptPointer; }
     void SetPointerPlace(CPoint screen) { m_ptPointer = screen; }
+    /// The buttons and modifiers that the latest input came with; messages carry them.
+    void SetInputFlags(UINT flags) { m_uInputFlags = flags; }
 
 private:
+    bool WalkUp(MSG& message);
     LRESULT Call(const WindowRecord& record, const MSG& message, bool sent);
 
     const WindowTree& m_tree;
@@ -44,6 +47,7 @@ private:
     MessageObserver m_observer;
     MSG m_current;
     CPoint m_ptPointer;
+    UINT m_uInputFlags = 0;
 };
 
 }  // namespace veldan

@@ -127,7 +127,7 @@ Taken Pointer::WheelTurned(const DisplayEvent& event, MSG& message) {
     if (!target) {
         return Taken::Done;
     }
-    const auto wParam = static_cast<WPARAM>(MakeLParam(static_cast<int>(event.flags), event.delta)) & 0xffffffffU;
+    const auto wParam = static_cast<WPARAM>(MakeLParam(static_cast<int>(m_uFlags), event.delta)) & 0xffffffffU;
     message = m_messenger.Make(target, WM_MOUSEWHEEL, wParam, MakeLParam(event.screen.x, event.screen.y));
     return Taken::Message;
 }
@@ -175,7 +175,8 @@ bool Pointer::Enter(HWND window) {
 void Pointer::Note(const DisplayEvent& event) {
     m_topLevel = HWND::FromValue(event.window);
     m_messenger.SetPointerPlace(event.screen);
-    m_uFlags = event.flags;
+    m_uFlags = event.flags & ~MK_ALT;
+    m_messenger.SetInputFlags(event.flags);
 }
 
 /// Who is told of the pointer there.

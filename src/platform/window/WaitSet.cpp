@@ -32,17 +32,8 @@ void WaitSet::Add(int descriptor) const {
     epoll_ctl(m_epoll, EPOLL_CTL_ADD, descriptor, &event);
 }
 
-void WaitSet::Watch(int connection) {
-    if (connection == m_connection) {
-        return;
-    }
-    if (m_connection >= 0) {
-        epoll_ctl(m_epoll, EPOLL_CTL_DEL, m_connection, nullptr);
-    }
-    m_connection = connection;
-    if (connection >= 0) {
-        Add(connection);
-    }
+void WaitSet::Remove(int descriptor) const {
+    epoll_ctl(m_epoll, EPOLL_CTL_DEL, descriptor, nullptr);
 }
 
 void WaitSet::WakeAfter(std::int64_t milliseconds) {

@@ -1,5 +1,6 @@
 #include "platform/display/memory/MemoryDisplay.h"
 
+#include "platform/core/Keys.h"
 #include "platform/draw/Region.h"
 
 #include <algorithm>
@@ -18,6 +19,16 @@ UINT FlagOf(int button) {
 }
 
 constexpr UINT kAnyButton = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON;
+
+/// What a key types that types no visible character, or nothing.
+std::string ControlCharacterOf(UINT key, UINT flags) {
+    const bool isControl = key == VK_BACK || key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE;
+    if (isControl) {
+        return {static_cast<char>(key)};
+    }
+    const bool isLetter = key >= 'A' && key <= 'Z';
+    return isLetter && (flags & MK_CONTROL) != 0 ? std::string(1, static_cast<char>(key - 'A' + 1)) : std::string();
+}
 
 }  // namespace
 
@@ -115,15 +126,20 @@ void MemoryDisplay::TurnWheel(int delta) {
     }
 }
 
-void MemoryDisplay::PressKey(UINT key, const std::string& text) {
-    if (Find(m_focus) != nullptr && !Find(m_focus)->foreign) {
-        Send(DisplayEventKind::KeyPress, m_focus);
-        m_events.back().key = key;
-        m_events.back().text = text;
+void MemoryDisplay::PressKey(UINT key, const std::string& text, UINT flags) {
+    if (Find(m_focus) == nullptr || Find(m_focus)->foreign) {
+        return;
     }
+    Send(DisplayEventKind::KeyPress, m_focus);
+    DisplayEvent& event = m_events.back();
+    event.key = key;
+    event.flags |= flags;
+    event.repeat = !m_heldKeys.insert(key).second;
+    event.text = text.empty() && (flags & MK_ALT) == 0 ? ControlCharacterOf(key, flags) : text;
 }
 
 void MemoryDisplay::ReleaseKey(UINT key) {
+    m_heldKeys.erase(key);
     if (Find(m_focus) != nullptr && !Find(m_focus)->foreign) {
         Send(DisplayEventKind::KeyRelease, m_focus);
         m_events.back().key = key;

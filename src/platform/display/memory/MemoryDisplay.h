@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace veldan {
@@ -24,7 +25,9 @@ public:
     void ReleaseButton(int button);
     /// One step; positive is away from the person.
     void TurnWheel(int delta);
-    void PressKey(UINT key, const std::string& text);
+    /// `flags`: MK_SHIFT, MK_CONTROL and MK_ALT, as they are held with the key. A key that is pressed again before it
+    /// was released repeats. Without a text, keys type the control characters that they type on a real keyboard.
+    void PressKey(UINT key, const std::string& text = {}, UINT flags = 0);
     void ReleaseKey(UINT key);
     /// A window of another program, on top of everything. A press on it gives it the focus.
     TopLevelId AddForeignWindow(const CRect& rect);
@@ -94,6 +97,7 @@ private:
     std::deque<DisplayEvent> m_events;
     CPoint m_ptPointer{-1, -1};
     UINT m_uFlags = 0;
+    std::set<UINT> m_heldKeys;
     TopLevelId m_pointerWindow = 0;  // the own window that the pointer was last reported in
     TopLevelId m_grabWindow = 0;     // gets all pointer events while a button is down
     TopLevelId m_focus = 0;

@@ -26,7 +26,7 @@ UINT FlagsOf(std::uint16_t state) {
     constexpr std::pair<std::uint16_t, UINT> kFlags[] = {
         {XCB_KEY_BUT_MASK_BUTTON_1, MK_LBUTTON}, {XCB_KEY_BUT_MASK_BUTTON_2, MK_MBUTTON},
         {XCB_KEY_BUT_MASK_BUTTON_3, MK_RBUTTON}, {XCB_KEY_BUT_MASK_SHIFT, MK_SHIFT},
-        {XCB_KEY_BUT_MASK_CONTROL, MK_CONTROL},
+        {XCB_KEY_BUT_MASK_CONTROL, MK_CONTROL},  {XCB_KEY_BUT_MASK_MOD_1, MK_ALT},
     };
     UINT flags = 0;
     for (const auto& [mask, flag] : kFlags) {
@@ -255,9 +255,13 @@ void X11Display::OnKey(const xcb_key_press_event_t& event, bool isPress) {
         X11Keyboard::Stroke stroke = m_keyboard.Press(event.detail, event.state);
         key.key = stroke.key;
         key.text = std::move(stroke.text);
+        key.repeat = stroke.repeat;
     } else {
         key.key = m_keyboard.Release(event.detail, event.state);
     }
+    // The server tells the state before the event.
+    const UINT own = ModifierOfKey(key.key);
+    key.flags = isPress ? key.flags | own : key.flags & ~own;
     m_events.push_back(std::move(key));
 }
 

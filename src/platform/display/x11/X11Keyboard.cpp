@@ -59,7 +59,7 @@ bool BeginsSequence(xkb_keysym_t symbol) {
 }
 
 bool IsControl(const std::string& text) {
-    return text.size() == 1 && (static_cast<unsigned char>(text[0]) < 0x20 || text[0] == 0x7f);
+    return text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x20;
 }
 
 }  // namespace
@@ -93,6 +93,7 @@ void X11Keyboard::DropKeymap() {
 }
 
 void X11Keyboard::EndSequence() {
+    m_held.reset();
     if (m_compose != nullptr) {
         xkb_compose_state_reset(m_compose);
     }
@@ -146,10 +147,13 @@ X11Keyboard::Stroke X11Keyboard::Press(xcb_keycode_t code, std::uint16_t state) 
         return {};
     }
     const xkb_keysym_t symbol = SymbolOf(code, state);
-    return {KeyOf(code, symbol), TextOf(symbol)};
+    const bool repeat = m_held.test(code);
+    m_held.set(code);
+    return {KeyOf(code, symbol), repeat, TextOf(code, symbol)};
 }
 
 UINT X11Keyboard::Release(xcb_keycode_t code, std::uint16_t state) {
+    m_held.reset(code);
     return Load() ? KeyOf(code, SymbolOf(code, state)) : 0;
 }
 
@@ -180,7 +184,7 @@ UINT X11Keyboard::KeyOf(xcb_keycode_t code, xkb_keysym_t symbol) const {
     return *plain >= XKB_KEY_0 && *plain <= XKB_KEY_9 ? *plain : 0;
 }
 
-std::string X11Keyboard::TextOf(xkb_keysym_t symbol) {
+std::string X11Keyboard::TextOf(xkb_keycode_t code, xkb_keysym_t symbol) {
     std::array<char, 64> text{};
     if ((m_compose != nullptr || BeginsSequence(symbol)) && LoadCompose()) {
         xkb_compose_state_feed(m_compose, symbol);
@@ -195,14 +199,16 @@ std::string X11Keyboard::TextOf(xkb_keysym_t symbol) {
                 break;
         }
     }
-    // Control and Alt leave a character's symbol as it is, yet type nothing.
-    const bool isCommand = xkb_state_mod_names_are_active(m_state, XKB_STATE_MODS_EFFECTIVE, XKB_STATE_MATCH_ANY,
-                                                          XKB_MOD_NAME_CTRL, XKB_MOD_NAME_ALT, nullptr) > 0;
-    if (isCommand || xkb_keysym_to_utf8(symbol, text.data(), text.size()) <= 0) {
+    const auto isHeld = [this](const char* modifier) {
+        return xkb_state_mod_name_is_active(m_state, modifier, XKB_STATE_MODS_EFFECTIVE) > 0;
+    };
+    // With Alt a key is a command. Control makes a control character of a letter, and nothing of what it can't change.
+    if (isHeld(XKB_MOD_NAME_ALT) || xkb_state_key_get_utf8(m_state, code, text.data(), text.size()) <= 0) {
         return {};
     }
     std::string typed = text.data();
-    return IsControl(typed) ? std::string{} : typed;
+    const bool isDelete = typed == "\x7f";
+    return isDelete || (isHeld(XKB_MOD_NAME_CTRL) && !IsControl(typed)) ? std::string{} : typed;
 }
 
 }  // namespace veldan

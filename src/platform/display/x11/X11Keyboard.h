@@ -6,6 +6,7 @@
 #include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include <bitset>
 #include <string>
 
 namespace veldan {
@@ -14,9 +15,10 @@ namespace veldan {
 class X11Keyboard {
 public:
     struct Stroke {
-        UINT key = 0;  ///< VK_..., 0 for a key that has none.
-        std::string
-            text;  ///< UTF-8 without control characters; what a sequence of dead keys typed comes with its last.
+        UINT key = 0;         ///< VK_..., 0 for a key that has none.
+        bool repeat = false;  ///< It was down already.
+        /// UTF-8, control characters included; what a sequence of dead keys typed comes with its last key.
+        std::string text;
     };
 
     explicit X11Keyboard(X11Connection& connection);
@@ -27,7 +29,7 @@ public:
     /// `state` is the one of the key event.
     [[nodiscard]] Stroke Press(xcb_keycode_t code, std::uint16_t state);
     [[nodiscard]] UINT Release(xcb_keycode_t code, std::uint16_t state);
-    /// Drops a sequence of dead keys that has begun.
+    /// The focus has gone or come: drops a sequence of dead keys that has begun, and no key counts as held.
     void EndSequence();
     /// The server's map has changed.
     void DropKeymap();
@@ -37,7 +39,7 @@ private:
     bool LoadCompose();
     [[nodiscard]] xkb_keysym_t SymbolOf(xcb_keycode_t code, std::uint16_t state);
     [[nodiscard]] UINT KeyOf(xcb_keycode_t code, xkb_keysym_t symbol) const;
-    [[nodiscard]] std::string TextOf(xkb_keysym_t symbol);
+    [[nodiscard]] std::string TextOf(xkb_keycode_t code, xkb_keysym_t symbol);
 
     X11Connection& m_connection;
     xkb_context* m_context = nullptr;
@@ -47,6 +49,7 @@ private:
     xkb_compose_state* m_compose = nullptr;
     bool m_bTriedMap = false;
     bool m_bTriedCompose = false;
+    std::bitset<256> m_held;  // by key code
 };
 
 }  // namespace veldan
