@@ -3,6 +3,10 @@
 
 The profiles are spread evenly over the groups, each with texts and an icon of its own. The groups `Recent` and
 `UserDefine` stand around them, empty. The same arguments give the same tree. DIR must not hold a tree yet.
+
+With --icons the profiles and groups share one icon that is as hard on a reader as its file may be: `endless`, whose
+data go on after its rows; `large`, of more pixels than an icon may have; `blocks`, whose data are in tens of thousands
+of blocks; `deep`, the costliest that is shown: 64 Ki pixels of noise, 16 bits a channel, interlaced.
 """
 
 import argparse
@@ -18,15 +22,14 @@ STRIPS = Path(__file__).resolve().parent.parent / "data/Profiles/Picture"
 WORDS = "High quality video for every player phone tablet screen small large fast clear file disc web archive".split()
 
 
-def png(pixel, side):
-    """A square picture as a PNG file; `pixel` gives the four bytes at a place."""
-    rows = b"".join(b"\0" + b"".join(bytes(pixel(x, y)) for x in range(side)) for y in range(side))
+def png(width, height, data, depth=8, kind=6, interlace=0):
+    """A PNG file with these compressed data."""
 
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    def chunk(name, data):
+        return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
 
-    head = struct.pack(">IIBBBBB", side, side, 8, 6, 0, 0, 0)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+    head = struct.pack(">IIBBBBB", width, height, depth, kind, 0, 0, interlace)
+    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head) + chunk(b"IDAT", data) + chunk(b"IEND", b"")
 
 
 def icon(chance, side):
@@ -40,7 +43,24 @@ def icon(chance, side):
         grain = chance.randrange(8)
         return *(min(255, part * (side + y) // (2 * side) + grain) for part in colour), 255
 
-    return png(pixel, side)
+    rows = b"".join(b"\0" + b"".join(bytes(pixel(x, y)) for x in range(side)) for y in range(side))
+    return png(side, side, zlib.compress(rows))
+
+
+def hostile_icon(kind, chance):
+    rows = 35 * (b"\0" + 4 * 35 * b"\x80")
+    if kind == "endless":
+        return png(35, 35, zlib.compress(rows + bytes(280_000_000)))
+    if kind == "large":
+        return png(8192, 2048, zlib.compress(2048 * bytes(1025)), 1, 0)
+    if kind == "blocks":
+        # Four blocks of fixed codes without a byte take five bytes.
+        empty = sum(2 << 10 * i for i in range(4)).to_bytes(5, "little")
+        return png(35, 35, b"\x78\x01" + 200_000 * empty + zlib.compress(rows)[2:])
+    # What the seven passes have of 8 by 8192 pixels.
+    sizes = ((1, 1024), (1, 1024), (2, 1024), (2, 2048), (4, 2048), (4, 4096), (8, 4096))
+    rows = b"".join(b"\4" + chance.randbytes(8 * width) for width, height in sizes for _ in range(height))
+    return png(8, 8192, zlib.compress(rows), 16, 6, 1)
 
 
 def profile(chance, name):
@@ -59,17 +79,17 @@ def write_index(folder, entries):
     (folder / "order.ini").write_bytes(("\ufeff" + EOL.join(lines) + EOL).encode())
 
 
-def write_group(profiles, group, count, chance):
+def write_group(profiles, group, count, chance, shared_icon):
     folder = profiles / group
     folder.mkdir()
     entries = []
     for number in range(count):
         name = f"{group.lower().replace(' ', '-')}-{number:04}"
         (folder / f"{name}.xml").write_bytes(profile(chance, f"{group} profile {number}").encode())
-        (folder / f"{name}.png").write_bytes(icon(chance, 35))
+        (folder / f"{name}.png").write_bytes(shared_icon or icon(chance, 35))
         entries.append((f"{name}.xml", f"{name}.png"))
     write_index(folder, entries)
-    (profiles / "Picture" / f"{group}.png").write_bytes(icon(chance, 16))
+    (profiles / "Picture" / f"{group}.png").write_bytes(shared_icon or icon(chance, 16))
 
 
 def main():
@@ -78,6 +98,7 @@ def main():
     parser.add_argument("--groups", type=int, default=18, help="filled groups")
     parser.add_argument("--profiles", type=int, default=2800, help="in all groups together")
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--icons", choices=("endless", "large", "blocks", "deep"))
     options = parser.parse_args()
     if options.groups < 1 or options.profiles < 0:
         parser.error("a tree has at least one group and no fewer than 0 profiles")
@@ -89,11 +110,12 @@ def main():
         shutil.copy(strip, profiles / "Picture")
     filled = [f"Group {number + 1:02}" for number in range(options.groups)]
     chance = random.Random(options.seed)
+    shared_icon = hostile_icon(options.icons, chance) if options.icons else None
     for number, group in enumerate(filled):
         share = options.profiles * (number + 1) // options.groups - options.profiles * number // options.groups
-        write_group(profiles, group, share, chance)
+        write_group(profiles, group, share, chance, shared_icon)
     for group in ("Recent", "UserDefine"):
-        write_group(profiles, group, 0, chance)
+        write_group(profiles, group, 0, chance, shared_icon)
     write_index(profiles, [(group, None) for group in ["Recent", *filled, "UserDefine"]])
 
 

@@ -44,7 +44,7 @@ FACTORY = "src/platform/display/DisplayFactory.cpp"
 # Foreign headers and the files that may include them.
 WRAPPED = [
     (r"(X11|xcb|xkbcommon)/", r"src/platform/display/x11/"),
-    (r"(cairo|pango|fontconfig|freetype2?|fribidi|harfbuzz)\b|(png|pngconf|ft2build|hb.*)\.h$", r"src/platform/draw/"),
+    (r"(cairo|pango|fontconfig|freetype2?|fribidi|harfbuzz)\b|(png|pngconf|zlib|ft2build|hb.*)\.h$", r"src/platform/draw/"),
     (r"libxml/", r"src/storage/Xml"),
 ]
 

@@ -11,6 +11,8 @@ namespace veldan {
 namespace {
 
 constexpr UINT kHoverTime = 10;
+// Decoding more than this can be felt when a group opens.
+constexpr int kMostIconPixels = 64 * 1024;
 
 }  // namespace
 
@@ -41,12 +43,12 @@ bool CGPMenuButton::LoadImageResource(UINT id, const char* type) {
 
 bool CGPMenuButton::LoadImageFile(const CString& path, const char* /*type*/) {
     m_pImage = std::make_shared<CGPResourceImage>();
-    return m_pImage->LoadFile(path);
+    return m_pImage->LoadFile(path, kMostIconPixels);
 }
 
 bool CGPMenuButton::LoadImageBytes(CString bytes) {
     m_pImage = std::make_shared<CGPResourceImage>();
-    return m_pImage->LoadBytes(std::move(bytes));
+    return m_pImage->LoadBytes(std::move(bytes), kMostIconPixels);
 }
 
 void CGPMenuButton::PreSubclassWindow() {

@@ -43,7 +43,8 @@ public:
     void SetDescription(const CString& text) { m_strDescription = text; }
     /// False if there is no such picture among the resources.
     bool LoadImageResource(UINT id, const char* type);
-    /// False if the file is no picture; the button is then drawn without one. `type` is of no importance.
+    /// False if the file is no picture or one of more than 64 Ki pixels; the button is then drawn without one. `type`
+    /// is of no importance.
     bool LoadImageFile(const CString& path, const char* type);
     /// The same from the bytes of such a file.
     bool LoadImageBytes(CString bytes);

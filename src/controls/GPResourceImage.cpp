@@ -24,15 +24,15 @@ bool CGPResourceImage::Load(UINT id, const char* type) {
     return m_pBitmap != nullptr;
 }
 
-bool CGPResourceImage::LoadBytes(CString bytes) {
+bool CGPResourceImage::LoadBytes(CString bytes, int mostPixels) {
     Empty();
-    m_pBitmap = Image::FromBytes(std::move(bytes));
+    m_pBitmap = Image::FromBytes(std::move(bytes), mostPixels);
     return m_pBitmap->GetLastStatus() == DrawStatus::Ok;
 }
 
-bool CGPResourceImage::LoadFile(const CString& path) {
+bool CGPResourceImage::LoadFile(const CString& path, int mostPixels) {
     Empty();
-    m_pBitmap = Image::FromFile(path);
+    m_pBitmap = Image::FromFile(path, mostPixels);
     return m_pBitmap->GetLastStatus() == DrawStatus::Ok;
 }
 

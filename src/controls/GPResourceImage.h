@@ -3,6 +3,7 @@
 #include "platform/core/Text.h"
 #include "platform/draw/Image.h"
 
+#include <climits>
 #include <memory>
 
 namespace veldan {
@@ -31,11 +32,11 @@ public:
     /// Replaces what the holder has. False, and the holder empty, where there is no such resource or it is no picture.
     bool Load(UINT id, const char* type);
 
-    /// The same from a file, read at once. False leaves a picture that draws nothing.
-    bool LoadFile(const CString& path);
+    /// The same from a file, read at once. False, for a picture of too many pixels too, leaves one that draws nothing.
+    bool LoadFile(const CString& path, int mostPixels = INT_MAX);
 
     /// The same from the bytes of a file.
-    bool LoadBytes(CString bytes);
+    bool LoadBytes(CString bytes, int mostPixels = INT_MAX);
 };
 
 }  // namespace veldan

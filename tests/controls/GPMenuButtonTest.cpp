@@ -144,6 +144,17 @@ TEST_F(GPMenuButtonTest, WithoutAnImageTheRowIsBlack) {
     EXPECT_GT(Ink({54, 104, 200, 120}), 50);
 }
 
+TEST_F(GPMenuButtonTest, AnIconOfTooManyPixelsIsNone) {
+    const auto pRow = MakeRow();
+    EXPECT_TRUE(pRow->LoadImageFile(Columns({kParentColour}, 1024, 64), "PNG"));
+    EXPECT_FALSE(pRow->LoadImageFile(Columns({kParentColour}, 1025, 64), "PNG"));
+    pRow->SetCaption("Caption");
+    pRow->Invalidate();
+    Person().Settle();
+    EXPECT_EQ(At({24, 124}), kSkin);
+    EXPECT_GT(Ink({54, 104, 200, 120}), 50);
+}
+
 TEST_F(GPMenuButtonTest, WhatIsSetAfterTheFirstPaintDoesNotShow) {
     const auto pRow = MakeRow();
     const auto pSame = MakeRow(1001, 200);

@@ -4,9 +4,27 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
 #include <zlib.h>
 
 #include <algorithm>
+
+namespace {
+
+// What decoding has cost so far, whoever asked for it.
+std::size_t g_unpacked = 0;
+int g_steps = 0;
+
+}  // namespace
+
+extern "C" int inflate(z_streamp stream, int flush) {
+    static auto* const pReal = reinterpret_cast<decltype(&inflate)>(dlsym(RTLD_NEXT, "inflate"));
+    const uInt before = stream->avail_out;
+    const int result = pReal(stream, flush);
+    g_unpacked += before - stream->avail_out;
+    ++g_steps;
+    return result;
+}
 
 namespace veldan {
 namespace {
@@ -23,16 +41,23 @@ std::string Chunk(const std::string& nameAndData) {
            Number(static_cast<std::uint32_t>(sum));
 }
 
+std::string Compressed(const std::string& bytes) {
+    std::string data(compressBound(bytes.size()), '\0');
+    uLongf size = data.size();
+    compress2(reinterpret_cast<Bytef*>(data.data()), &size, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size(),
+              9);
+    data.resize(size);
+    return data;
+}
+
+std::string MakeFile(std::uint32_t width, std::uint32_t height, const std::string& format, const std::string& chunks) {
+    return "\x89PNG\r\n\x1a\n" + Chunk("IHDR" + Number(width) + Number(height) + format) + chunks + Chunk("IEND");
+}
+
 // A file whose header promises what its data, compressed zeros, may not hold.
 std::string MakeFile(std::uint32_t width, std::uint32_t height, char bitDepth, char colourType, std::size_t dataSize) {
-    std::string data(compressBound(dataSize), '\0');
-    uLongf size = data.size();
-    const std::string zeros(dataSize, '\0');
-    compress2(reinterpret_cast<Bytef*>(data.data()), &size, reinterpret_cast<const Bytef*>(zeros.data()), dataSize, 9);
-    data.resize(size);
-    const std::string format{bitDepth, colourType, 0, 0, 0};
-    return "\x89PNG\r\n\x1a\n" + Chunk("IHDR" + Number(width) + Number(height) + format) + Chunk("IDAT" + data) +
-           Chunk("IEND");
+    return MakeFile(width, height, {bitDepth, colourType, 0, 0, 0},
+                    Chunk("IDAT" + Compressed(std::string(dataSize, '\0'))));
 }
 
 std::unique_ptr<Surface> MakePicture() {
@@ -91,6 +116,56 @@ TEST(Png, RefusesDataThatEndEarly) {
     EXPECT_FALSE(DecodePng(MakeFile(30, 20, 8, 6, 19 * 121)));
     EXPECT_TRUE(DecodePng(MakeFile(1200, 1000, 8, 0, 1000 * 1201)));
     EXPECT_FALSE(DecodePng(MakeFile(1200, 1000, 8, 0, 999 * 1201)));
+}
+
+TEST(Png, UnpacksNoMoreThanTheRows) {
+    g_unpacked = 0;
+    EXPECT_TRUE(DecodePng(MakeFile(30, 20, 8, 6, 20 * 121 + 4000000)));
+    EXPECT_LE(g_unpacked, 3U * 20 * 121);
+}
+
+// Each takes a decoder thousands of steps for a picture of four rows.
+TEST(Png, RefusesDataMadeToKeepItBusy) {
+    const std::string format("\x08\x06\0\0\0", 5);
+    const std::string data = Compressed(std::string(4 * 17, '\0'));
+    std::string emptyBlocks;
+    for (int i = 0; i < 5000; ++i) {
+        emptyBlocks.append("\0\0\0\xff\xff", 5);
+    }
+    std::string emptyChunks;
+    std::string otherChunks;
+    for (int i = 0; i < 5000; ++i) {
+        emptyChunks += Chunk("IDAT");
+        otherChunks += Chunk("teSt");
+    }
+    ASSERT_TRUE(DecodePng(MakeFile(4, 4, format, Chunk("IDAT" + data))));
+    g_steps = 0;
+    EXPECT_FALSE(DecodePng(MakeFile(4, 4, format, Chunk("IDAT" + data.substr(0, 2) + emptyBlocks + data.substr(2)))));
+    EXPECT_FALSE(DecodePng(MakeFile(4, 4, format, emptyChunks + Chunk("IDAT" + data))));
+    EXPECT_FALSE(DecodePng(MakeFile(4, 4, format, otherChunks + Chunk("IDAT" + data))));
+    EXPECT_LT(g_steps, 1000);
+}
+
+TEST(Png, PutsInterlacedRowsWhereTheyBelong) {
+    constexpr int kSide = 9;
+    constexpr struct {
+        int x, y, stepX, stepY;
+    } kPasses[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4}, {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+    std::string rows;
+    for (const auto& pass : kPasses) {
+        for (int y = pass.y; y < kSide; y += pass.stepY) {
+            rows += '\0';
+            for (int x = pass.x; x < kSide; x += pass.stepX) {
+                rows += static_cast<char>(y * kSide + x);
+            }
+        }
+    }
+    const auto picture =
+        DecodePng(MakeFile(kSide, kSide, std::string("\x08\0\0\0\x01", 5), Chunk("IDAT" + Compressed(rows))));
+    ASSERT_TRUE(picture);
+    for (int i = 0; i < kSide * kSide; ++i) {
+        EXPECT_EQ(picture->Row(0)[i] & 0xffffff, static_cast<std::uint32_t>(i) * 0x010101);
+    }
 }
 
 TEST(Png, DecodesEveryKindToThePixelsOfTheScreen) {

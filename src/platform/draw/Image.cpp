@@ -4,13 +4,14 @@
 #include "platform/draw/Png.h"
 #include "platform/draw/Surface.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace veldan {
 
-Image::Image(std::string&& bytes) : m_bytes(std::move(bytes)) {
+Image::Image(std::string&& bytes, int mostPixels) : m_bytes(std::move(bytes)) {
     const std::optional<CSize> size = m_bytes.size() <= kLargestFile ? ReadPngSize(m_bytes) : std::nullopt;
-    if (size) {
+    if (size && std::int64_t{size->cx} * size->cy <= mostPixels) {
         m_size = *size;
     } else {
         Die(DrawStatus::NotAnImage);
@@ -19,18 +20,18 @@ Image::Image(std::string&& bytes) : m_bytes(std::move(bytes)) {
 
 Image::~Image() = default;
 
-std::unique_ptr<Image> Image::FromFile(const std::string& path) {
+std::unique_ptr<Image> Image::FromFile(const std::string& path, int mostPixels) {
     std::string bytes;
     const bool isRead = path.size() <= kLongestPath && ReadWholeFile(path, bytes, kLargestFile);
-    std::unique_ptr<Image> image(new Image(std::move(bytes)));
+    std::unique_ptr<Image> image(new Image(std::move(bytes), mostPixels));
     if (!isRead) {
         image->Die(DrawStatus::FileNotFound);
     }
     return image;
 }
 
-std::unique_ptr<Image> Image::FromBytes(std::string&& bytes) {
-    return std::unique_ptr<Image>(new Image(std::move(bytes)));
+std::unique_ptr<Image> Image::FromBytes(std::string&& bytes, int mostPixels) {
+    return std::unique_ptr<Image>(new Image(std::move(bytes), mostPixels));
 }
 
 std::unique_ptr<Image> Image::FromBytes(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #include "platform/core/Export.h"
 #include "platform/core/Geometry.h"
 
+#include <climits>
 #include <cstddef>
 #include <memory>
 #include <span>
@@ -25,8 +26,9 @@ public:
     /// Longer paths can't be loaded, in bytes.
     static constexpr std::size_t kLongestPath = 1023;
 
-    [[nodiscard]] static std::unique_ptr<Image> FromFile(const std::string& path);
-    [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::string&& bytes);
+    /// A picture of more pixels than the caller has use for is dead as well.
+    [[nodiscard]] static std::unique_ptr<Image> FromFile(const std::string& path, int mostPixels = INT_MAX);
+    [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::string&& bytes, int mostPixels = INT_MAX);
     /// Keeps a copy of the bytes.
     [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::string_view bytes);
     [[nodiscard]] static std::unique_ptr<Image> FromBytes(std::span<const std::byte> bytes);
@@ -50,7 +52,7 @@ public:
     DrawStatus GetLastStatus();
 
 private:
-    explicit Image(std::string&& bytes);
+    Image(std::string&& bytes, int mostPixels);
     void Die(DrawStatus status);
 
     std::string m_bytes;

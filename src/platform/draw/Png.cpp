@@ -1,17 +1,15 @@
 #include "platform/draw/Png.h"
 
 #include "platform/draw/PixelsInternal.h"
-#include "platform/draw/PlainPngInternal.h"
-#include "platform/draw/PngBytesInternal.h"
 #include "platform/draw/Surface.h"
 
-#include <libdeflate.h>
 #include <png.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
-#include <vector>
+#include <new>
 
 namespace veldan {
 namespace {
@@ -24,12 +22,17 @@ constexpr std::uint64_t kMostPixels = 16 * 1024 * 1024;
 constexpr std::uint64_t kMostInterlacedPixels = 1024 * 1024;
 // Unpacking more than this takes longer than a person should wait for a picture that then turns out to be damaged.
 constexpr std::uint64_t kMostData = 12 * 1024 * 1024;
-// Pictures with more data are read through once before memory is spent on their pixels.
-constexpr std::uint64_t kTrustedData = 1024 * 1024;
 // The most that one byte of compressed data can stand for.
 constexpr std::uint64_t kBestCompression = 1032;
+// Files in more chunks than this are made to keep a decoder busy.
+constexpr int kMostChunks = 4096;
+// So are data in more blocks than these: some for every picture, and one more for each stretch of its rows. Encoders
+// begin a new block after many thousand bytes.
+constexpr std::size_t kFreeBlocks = 256;
+constexpr std::size_t kShortestBlock = 2048;
 
 constexpr std::string_view kSignature = "\x89PNG\r\n\x1a\n"sv;
+constexpr std::string_view kEnd = "\0\0\0\0IEND\xae\x42\x60\x82"sv;
 constexpr std::size_t kChunkFrame = 12;  // length, name and check sum
 constexpr std::size_t kHeaderSize = 13;
 
@@ -42,24 +45,53 @@ struct Header {
     int interlace = 0;
 };
 
-// Walks over the chunks behind the signature. The data of pictures is as long as `dataSize` then.
-bool HasWholeChunks(std::string_view bytes, std::uint64_t& dataSize) {
-    dataSize = 0;
-    while (bytes.size() >= kChunkFrame) {
-        const std::uint32_t length = PngNumberAt(bytes, 0);
-        const std::string_view name = bytes.substr(4, 4);
-        if (length > bytes.size() - kChunkFrame) {
-            return false;
-        }
-        if (name == "IEND"sv) {
-            return dataSize > 0;
-        }
-        if (name == "IDAT"sv) {
-            dataSize += length;
-        }
-        bytes.remove_prefix(kChunkFrame + length);
+const Bytef* AsBytes(std::string_view text) {
+    return reinterpret_cast<const Bytef*>(text.data());
+}
+
+std::uint32_t CheckSum(std::string_view bytes) {
+    return static_cast<std::uint32_t>(crc32(0, AsBytes(bytes), static_cast<uInt>(bytes.size())));
+}
+
+// The number of four bytes at a place, the highest first.
+std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
+    std::uint32_t number = 0;
+    for (const char byte : bytes.substr(offset, 4)) {
+        number = number << 8 | static_cast<unsigned char>(byte);
     }
-    return false;
+    return number;
+}
+
+struct Chunk {
+    std::string_view name;
+    std::string_view data;  ///< Right after the name.
+    std::uint32_t checkSum = 0;
+
+    [[nodiscard]] bool IsWhole() const { return checkSum == CheckSum({name.data(), name.size() + data.size()}); }
+};
+
+// Takes the first chunk off; nothing where it is cut short.
+std::optional<Chunk> TakeChunk(std::string_view& bytes) {
+    const std::uint32_t length = bytes.size() >= kChunkFrame ? NumberAt(bytes, 0) : 0;
+    if (bytes.size() < kChunkFrame || length > bytes.size() - kChunkFrame) {
+        return std::nullopt;
+    }
+    const Chunk chunk{bytes.substr(4, 4), bytes.substr(8, length), NumberAt(bytes, 8 + std::size_t{length})};
+    bytes.remove_prefix(kChunkFrame + length);
+    return chunk;
+}
+
+// How long the data of the picture is in all chunks up to the end; 0 for a file without an end.
+std::uint64_t MeasureData(std::string_view chunks) {
+    std::uint64_t size = 0;
+    for (int count = 0; count < kMostChunks && !chunks.starts_with(kEnd); ++count) {
+        const std::optional<Chunk> chunk = TakeChunk(chunks);
+        if (!chunk) {
+            return 0;
+        }
+        size += chunk->name == "IDAT"sv ? chunk->data.size() : 0;
+    }
+    return chunks.starts_with(kEnd) ? size : 0;
 }
 
 std::optional<Header> ReadHeader(std::string_view bytes) {
@@ -67,10 +99,10 @@ std::optional<Header> ReadHeader(std::string_view bytes) {
     const std::size_t start = kSignature.size() + kHeaderFrame.size();
     if (!bytes.starts_with(kSignature) || bytes.size() < kSignature.size() + kHeaderSize + kChunkFrame ||
         bytes.substr(kSignature.size(), kHeaderFrame.size()) != kHeaderFrame ||
-        PngNumberAt(bytes, start + kHeaderSize) != libdeflate_crc32(0, bytes.data() + start - 4, kHeaderSize + 4)) {
+        NumberAt(bytes, start + kHeaderSize) != CheckSum(bytes.substr(start - 4, kHeaderSize + 4))) {
         return std::nullopt;
     }
-    return Header{PngNumberAt(bytes, start), PngNumberAt(bytes, start + 4), bytes[start + 8], bytes[start + 9],
+    return Header{NumberAt(bytes, start), NumberAt(bytes, start + 4), bytes[start + 8], bytes[start + 9],
                   bytes[start + 12]};
 }
 
@@ -87,28 +119,85 @@ int ChannelsOf(int colourType) {
     }
 }
 
-// Bytes that the rows take once they are unpacked, near enough.
+// Bytes that the rows take once they are unpacked, each with one more for its filter.
 std::uint64_t UnpackedSize(const Header& header) {
     const auto bits = static_cast<unsigned>(std::max(header.bitDepth, 1) * ChannelsOf(header.colourType));
-    return std::uint64_t{header.width} * header.height * bits / 8;
+    const auto sizeOf = [&](std::uint64_t width, std::uint64_t height) {
+        return width > 0 ? ((width * bits + 7) / 8 + 1) * height : 0;
+    };
+    if (header.interlace == PNG_INTERLACE_NONE) {
+        return sizeOf(header.width, header.height);
+    }
+    std::uint64_t size = 0;
+    for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass) {
+        size += sizeOf(PNG_PASS_COLS(header.width, pass), PNG_PASS_ROWS(header.height, pass));
+    }
+    return size;
 }
 
 bool IsReasonable(const Header& header, std::uint64_t dataSize) {
     const std::uint64_t pixels = std::uint64_t{header.width} * header.height;
+    if (pixels == 0 || header.width > kLongestSide || header.height > kLongestSide ||
+        pixels > (header.interlace ? kMostInterlacedPixels : kMostPixels)) {
+        return false;
+    }
     const std::uint64_t unpacked = UnpackedSize(header);
-    return pixels > 0 && header.width <= kLongestSide && header.height <= kLongestSide &&
-           pixels <= (header.interlace ? kMostInterlacedPixels : kMostPixels) && unpacked <= kMostData &&
-           unpacked <= dataSize * kBestCompression;
+    return unpacked <= kMostData && unpacked <= dataSize * kBestCompression;
+}
+
+std::string_view ChunksOf(std::string_view bytes) {
+    return bytes.substr(kSignature.size());
 }
 
 // The header of a file that is worth decoding.
 std::optional<Header> ReadReasonableHeader(std::string_view bytes) {
     const std::optional<Header> header = ReadHeader(bytes);
-    std::uint64_t dataSize = 0;
-    if (!header || !HasWholeChunks(bytes.substr(kSignature.size()), dataSize) || !IsReasonable(*header, dataSize)) {
-        return std::nullopt;
+    return header && IsReasonable(*header, MeasureData(ChunksOf(bytes))) ? header : std::nullopt;
+}
+
+// All before the first data.
+std::string_view StartOf(std::string_view bytes) {
+    std::string_view rest = ChunksOf(bytes);
+    while (rest.substr(4, 4) != "IDAT"sv && TakeChunk(rest)) {
     }
-    return header;
+    return bytes.substr(0, bytes.size() - rest.size());
+}
+
+/// What makes the picture: its rows, unpacked, and what stands in the file before its data.
+struct Parts {
+    std::string_view start;
+    std::unique_ptr<Bytef[]> rows;
+    std::size_t size = 0;
+};
+
+// Unpacks the data as far as the rows go, so that neither the library nor a person ever waits for more; what follows
+// isn't looked at. Null where they are damaged, end before, or are
+// in too many blocks.
+std::unique_ptr<Bytef[]> UnpackRows(std::string_view chunks, std::size_t size) {
+    std::unique_ptr<Bytef[]> rows(new (std::nothrow) Bytef[size]);
+    z_stream stream = {};
+    if (!rows || inflateInit(&stream) != Z_OK) {
+        return nullptr;
+    }
+    constexpr int kBlockEnds = 128;
+    stream.next_out = rows.get();
+    stream.avail_out = static_cast<uInt>(size);
+    std::size_t blocks = kFreeBlocks + size / kShortestBlock;
+    const auto goesOn = [&] { return stream.avail_out > 0 && blocks > 0; };
+    for (int result = Z_OK; result == Z_OK && goesOn();) {
+        const std::optional<Chunk> chunk = TakeChunk(chunks);
+        if (!chunk || (chunk->name == "IDAT"sv && !chunk->IsWhole())) {
+            break;
+        }
+        stream.next_in = const_cast<Bytef*>(AsBytes(chunk->data));
+        stream.avail_in = chunk->name == "IDAT"sv ? static_cast<uInt>(chunk->data.size()) : 0;
+        while (result == Z_OK && goesOn() && stream.avail_in > 0) {
+            result = inflate(&stream, Z_BLOCK);
+            blocks -= (stream.data_type & kBlockEnds) != 0 ? 1 : 0;
+        }
+    }
+    inflateEnd(&stream);
+    return stream.avail_out == 0 ? std::move(rows) : nullptr;
 }
 
 void Fail(png_structp png, png_const_charp /*message*/) {
@@ -117,15 +206,6 @@ void Fail(png_structp png, png_const_charp /*message*/) {
 
 void IgnoreWarning(png_structp /*png*/, png_const_charp /*message*/) {}
 
-void ReadBytes(png_structp png, png_bytep target, std::size_t count) {
-    auto& bytes = *static_cast<std::string_view*>(png_get_io_ptr(png));
-    if (bytes.size() < count) {
-        png_error(png, "");
-    }
-    std::memcpy(target, bytes.data(), count);
-    bytes.remove_prefix(count);
-}
-
 void AppendBytes(png_structp png, png_bytep source, std::size_t count) {
     static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(source), count);
 }
@@ -133,10 +213,9 @@ void AppendBytes(png_structp png, png_bytep source, std::size_t count) {
 /// The decoder's or encoder's state; freed outside of the functions that an error jumps out of.
 class Codec {
 public:
-    explicit Codec(std::string_view bytes) : m_source(bytes) {
+    Codec() {
         png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
         Start();
-        png_set_read_fn(png, &m_source, &ReadBytes);
     }
     explicit Codec(std::string& target) : m_isReader(false) {
         png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &IgnoreWarning);
@@ -160,57 +239,87 @@ private:
     void Start() { info = png ? png_create_info_struct(png) : nullptr; }
 
     bool m_isReader = true;
-    std::string_view m_source;
 };
 
-void BeginReading(png_structp png, png_infop info) {
-    png_set_user_limits(png, kLongestSide, kLongestSide);
-    // What only describes the picture isn't even unpacked.
-    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
-    png_read_info(png, info);
-}
+/// Where the rows of a file go while it is read.
+struct RowTarget {
+    Surface& surface;
+    bool isInterlaced;
+    bool isWhole = false;  ///< The file was read to its end.
+};
 
 // Asks for rows of 32-bit pixels with straight alpha, whatever the file holds.
-void SetReadTransforms(png_structp png, png_infop info) {
+void TakeInfo(png_structp png, png_infop info) {
     png_set_expand(png);
     png_set_strip_16(png);
     png_set_gray_to_rgb(png);
     png_set_bgr(png);
     png_set_add_alpha(png, 0xff, PNG_FILLER_AFTER);
     png_read_update_info(png, info);
+    const Surface& surface = static_cast<RowTarget*>(png_get_progressive_ptr(png))->surface;
+    if (png_get_rowbytes(png, info) != static_cast<std::size_t>(surface.Width()) * 4) {
+        png_error(png, "");
+    }
+}
+
+void TakeRow(png_structp png, png_bytep row, png_uint_32 number, int pass) {
+    const RowTarget& target = *static_cast<RowTarget*>(png_get_progressive_ptr(png));
+    const auto width = static_cast<png_uint_32>(target.surface.Width());
+    if (!target.isInterlaced) {
+        std::memcpy(target.surface.Row(static_cast<int>(number)), row, std::size_t{width} * 4);
+        return;
+    }
+    std::uint32_t* pixels = target.surface.Row(static_cast<int>(PNG_ROW_FROM_PASS_ROW(number, pass)));
+    for (png_uint_32 i = 0; i < PNG_PASS_COLS(width, pass); ++i) {
+        std::memcpy(&pixels[PNG_COL_FROM_PASS_COL(i, pass)], row + std::size_t{i} * 4, 4);
+    }
+}
+
+void TakeEnd(png_structp png, png_infop /*info*/) {
+    static_cast<RowTarget*>(png_get_progressive_ptr(png))->isWhole = true;
+}
+
+void Feed(png_structp png, png_infop info, const Bytef* bytes, std::size_t size) {
+    png_process_data(png, info, const_cast<Bytef*>(bytes), size);
+}
+
+// The rows as data that aren't compressed: a head, blocks with a head each, and two check sums that nobody looks at.
+void FeedRows(png_structp png, png_infop info, const Bytef* rows, std::size_t size) {
+    constexpr std::size_t kLongest = 65535;
+    const std::size_t blocks = (size + kLongest - 1) / kLongest;
+    const std::size_t length = 2 + blocks * 5 + size + 4;
+    const auto byteOf = [](std::size_t number, int place) { return static_cast<Bytef>(number >> 8 * place); };
+    const Bytef head[] = {
+        byteOf(length, 3), byteOf(length, 2), byteOf(length, 1), byteOf(length, 0), 'I', 'D', 'A', 'T', 0x78, 0x01};
+    Feed(png, info, head, sizeof head);
+    while (size > 0) {
+        const std::size_t part = std::min(size, kLongest);
+        const Bytef blockHead[] = {static_cast<Bytef>(part == size), byteOf(part, 0), byteOf(part, 1), byteOf(~part, 0),
+                                   byteOf(~part, 1)};
+        Feed(png, info, blockHead, sizeof blockHead);
+        Feed(png, info, rows, part);
+        rows += part;
+        size -= part;
+    }
+    const Bytef sums[8] = {};
+    Feed(png, info, sums, sizeof sums);
 }
 
 // Errors jump back to the setjmp in here and below, so nothing in these functions may need its destructor.
-bool CanReadRows(png_structp png, png_infop info, png_bytep row) {
+bool ReadRows(png_structp png, png_infop info, const Parts& parts, RowTarget& target) {
     if (setjmp(png_jmpbuf(png))) {
         return false;
     }
-    BeginReading(png, info);
-    const png_uint_32 height = png_get_image_height(png, info);
-    for (png_uint_32 y = 0; y < height; ++y) {
-        png_read_row(png, row, nullptr);
-    }
-    png_read_end(png, nullptr);
-    return true;
-}
-
-bool ReadRows(png_structp png, png_infop info, Surface& surface) {
-    if (setjmp(png_jmpbuf(png))) {
-        return false;
-    }
-    BeginReading(png, info);
-    const int passes = png_set_interlace_handling(png);
-    SetReadTransforms(png, info);
-    if (png_get_rowbytes(png, info) != static_cast<std::size_t>(surface.Width()) * 4) {
-        return false;
-    }
-    for (int pass = 0; pass < passes; ++pass) {
-        for (int y = 0; y < surface.Height(); ++y) {
-            png_read_row(png, reinterpret_cast<png_bytep>(surface.Row(y)), nullptr);
-        }
-    }
-    png_read_end(png, nullptr);
-    return true;
+    png_set_user_limits(png, kLongestSide, kLongestSide);
+    // What only describes the picture isn't even unpacked.
+    png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_set_option(png, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
+    png_set_progressive_read_fn(png, &target, &TakeInfo, &TakeRow, &TakeEnd);
+    Feed(png, info, AsBytes(parts.start), parts.start.size());
+    png_set_crc_action(png, PNG_CRC_QUIET_USE, PNG_CRC_QUIET_USE);
+    FeedRows(png, info, parts.rows.get(), parts.size);
+    Feed(png, info, AsBytes(kEnd), kEnd.size());
+    return target.isWhole;
 }
 
 bool WriteRows(png_structp png, png_infop info, const Surface& surface, png_bytep row, PngAlpha alpha) {
@@ -237,30 +346,8 @@ bool WriteRows(png_structp png, png_infop info, const Surface& surface, png_byte
     return true;
 }
 
-// Reads a larger file through without keeping anything, so that a damaged one costs neither memory nor much time.
-bool IsTrustworthy(std::string_view bytes, const Header& header) {
-    if (UnpackedSize(header) <= kTrustedData || header.interlace) {
-        return true;
-    }
-    Codec codec(bytes);
-    std::vector<png_byte> row(std::size_t{header.width} * 8);
-    return codec.info && CanReadRows(codec.png, codec.info, row.data());
-}
-
 CSize SizeOf(const Header& header) {
     return {static_cast<int>(header.width), static_cast<int>(header.height)};
-}
-
-// Pixels with straight alpha; null when the file is damaged.
-std::unique_ptr<Surface> DecodeAnyPng(std::string_view bytes, const Header& header) {
-    if (!IsTrustworthy(bytes, header)) {
-        return nullptr;
-    }
-    const CSize size = SizeOf(header);
-    Codec codec(bytes);
-    auto surface = std::make_unique<Surface>(size.cx, size.cy);
-    const bool isRead = codec.info && surface->Width() == size.cx && ReadRows(codec.png, codec.info, *surface);
-    return isRead ? std::move(surface) : nullptr;
 }
 
 }  // namespace
@@ -275,12 +362,22 @@ std::unique_ptr<Surface> DecodePng(std::string_view bytes) {
     if (!header) {
         return nullptr;
     }
-    std::unique_ptr<Surface> surface = DecodePlainPng(bytes);
-    if (!surface) {
-        surface = DecodeAnyPng(bytes, *header);
+    Parts parts;
+    parts.start = StartOf(bytes);
+    parts.size = static_cast<std::size_t>(UnpackedSize(*header));
+    parts.rows = UnpackRows(bytes.substr(parts.start.size()), parts.size);
+    if (!parts.rows) {
+        return nullptr;
     }
-    for (int y = 0; surface && y < surface->Height(); ++y) {
-        PremultiplyPixels(surface->Row(y), static_cast<std::size_t>(surface->Width()));
+    const CSize size = SizeOf(*header);
+    auto surface = std::make_unique<Surface>(size.cx, size.cy);
+    RowTarget target{*surface, header->interlace != 0};
+    const Codec codec;
+    if (!codec.info || surface->Width() != size.cx || !ReadRows(codec.png, codec.info, parts, target)) {
+        return nullptr;
+    }
+    for (int y = 0; y < size.cy; ++y) {
+        PremultiplyPixels(surface->Row(y), static_cast<std::size_t>(size.cx));
     }
     return surface;
 }
