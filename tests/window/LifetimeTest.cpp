@@ -143,6 +143,11 @@ void LifetimeTest::Provoke(UINT message) {
         {WM_SHOWWINDOW, [this] { m_plain->ShowWindow(SW_HIDE); }},
         {WM_PAINT, repaint},
         {WM_ERASEBKGND, repaint},
+        {WM_CANCELMODE,
+         [this] {
+             TheDesktop().OpenPopup(m_plain->GetSafeHwnd(), m_top->GetSafeHwnd());
+             TheDesktop().CancelPopups();
+         }},
         {WM_CLOSE, [this] { m_display->RequestClose(m_top->GetSafeHwnd().Value()); }},
         {WM_TIMER, [this] { m_plain->SetTimer(1, 5), Person().Wait(10); }},
         {WM_SETFONT, [this] { m_plain->SetFont(nullptr); }},

@@ -49,6 +49,7 @@ int CDialog::DoModal() {
     HWND self;
     {
         // Whatever held the pointer has no claim on it beside a modal dialog.
+        desktop.CancelPopups();
         desktop.SetCapture({});
         desktop.ReleaseGrab();
         const DisabledWindows disabled(owner, DisablesAllWindows());

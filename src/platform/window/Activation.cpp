@@ -43,7 +43,12 @@ void Activation::Activate(HWND topLevel) {
     if (record == nullptr || record->destroying || !record->visible || topLevel == m_active) {
         return;
     }
+    // Popups belong to what was active. They hear of their end when the new state stands.
     m_active = topLevel;
+    m_popups.CancelAll();
+    if (m_active != topLevel) {
+        return;
+    }
     // The news of a frame made just now would close the menu that its host shows at once.
     m_input.DropFocusNews();
     m_context.GetDisplay().TakeFocus(topLevel.Value());
@@ -56,12 +61,18 @@ void Activation::FocusReceived(HWND topLevel) {
         return;
     }
     m_active = topLevel;
-    MoveFocusTo(topLevel);
+    m_popups.CancelAll();
+    if (m_active == topLevel) {
+        MoveFocusTo(topLevel);
+    }
 }
 
 void Activation::Deactivate() {
     m_active = {};
-    MoveFocusTo({});
+    m_popups.CancelAll();
+    if (!m_active) {
+        MoveFocusTo({});
+    }
 }
 
 void Activation::OnHiding(WindowRecord& record) {

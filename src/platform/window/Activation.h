@@ -2,14 +2,15 @@
 
 #include "platform/window/InputQueue.h"
 #include "platform/window/Messenger.h"
+#include "platform/window/Popups.h"
 
 namespace veldan {
 
 /// Which top-level window is active, and which window has the keyboard focus: one within the active window, or none.
 class Activation final : public WindowListener {
 public:
-    Activation(DesktopContext& context, const WindowTree& tree, Messenger& messenger, InputQueue& input)
-        : m_context(context), m_tree(tree), m_messenger(messenger), m_input(input) {}
+    Activation(DesktopContext& context, const WindowTree& tree, Messenger& messenger, InputQueue& input, Popups& popups)
+        : m_context(context), m_tree(tree), m_messenger(messenger), m_input(input), m_popups(popups) {}
 
     [[nodiscard]] HWND Focus() const { return m_focus; }
     [[nodiscard]] HWND Active() const { return m_active; }
@@ -31,6 +32,7 @@ private:
     const WindowTree& m_tree;
     Messenger& m_messenger;
     InputQueue& m_input;
+    Popups& m_popups;
     HWND m_focus;
     HWND m_active;
 };

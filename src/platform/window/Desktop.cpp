@@ -26,8 +26,8 @@ struct Desktop::Parts {
     Parts(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
         : context(std::move(display), std::move(clock)) {
         // Hiding and death reach the parts in this order.
-        for (WindowListener* part :
-             std::initializer_list<WindowListener*>{&queue, &timers, &surfaces, &painting, &pointer, &activation}) {
+        for (WindowListener* part : std::initializer_list<WindowListener*>{&queue, &timers, &surfaces, &painting,
+                                                                           &popups, &pointer, &activation}) {
             tree.Listen(*part);
         }
     }
@@ -40,9 +40,10 @@ struct Desktop::Parts {
     Timers timers{context, tree, messenger};
     Surfaces surfaces{context, tree};
     Painting painting{context, tree, messenger, surfaces};
-    Activation activation{context, tree, messenger, events};
-    Pointer pointer{context, tree, messenger, queue, activation};
-    Keyboard keyboard{messenger, queue, activation};
+    Popups popups{context, tree, messenger};
+    Activation activation{context, tree, messenger, events, popups};
+    Pointer pointer{context, tree, messenger, queue, activation, popups};
+    Keyboard keyboard{messenger, queue, activation, popups};
     WindowState state{context, tree, messenger, events, painting, surfaces, activation};
     WindowLife life{context, tree, messenger, state};
     Input input{events, queue, pointer, keyboard, activation, state};
@@ -282,6 +283,18 @@ void Desktop::Activate(HWND topLevel) {
 
 void Desktop::Deactivate() {
     m_parts->activation.Deactivate();
+}
+
+bool Desktop::OpenPopup(HWND popup, HWND owner) {
+    return m_parts->popups.Open(popup, owner);
+}
+
+void Desktop::ClosePopup(HWND popup) {
+    m_parts->popups.Close(popup);
+}
+
+void Desktop::CancelPopups() {
+    m_parts->popups.CancelAll();
 }
 
 HWND Desktop::Capture() const {

@@ -143,6 +143,18 @@ public:
     void Activate(HWND topLevel);
     void Deactivate();
 
+    // Popups: drop lists and menus.
+
+    /// Puts a top-level window that never takes the focus (WS_EX_NOACTIVATE) at the end of the chain of open popups, on
+    /// behalf of a window. Keys go to it, the pointer is for the chain alone, and a press elsewhere ends the chain and
+    /// does nothing else. It also ends with its owner's death, hiding or disabling, with a change of the active window,
+    /// and before a modal dialog. What ends is sent WM_CANCELMODE, and is to hide or destroy itself. A popup opened for
+    /// a window outside of the chain begins a new one. False if one of the two is gone.
+    bool OpenPopup(HWND popup, HWND owner);
+    /// Takes a popup out of the chain that ends by itself, and ends those that it opened.
+    void ClosePopup(HWND popup);
+    void CancelPopups();
+
     // Pointer.
 
     [[nodiscard]] HWND Capture() const;

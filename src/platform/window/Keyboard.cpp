@@ -10,7 +10,7 @@ namespace veldan {
 Taken Keyboard::KeyChanged(const DisplayEvent& event, MSG& message) {
     m_messenger.SetInputFlags(event.flags);
     m_strText.clear();
-    const HWND target = m_activation.Focus() ? m_activation.Focus() : m_activation.Active();
+    const HWND target = Target();
     if (!target) {
         return Taken::Done;
     }
@@ -20,6 +20,13 @@ Taken Keyboard::KeyChanged(const DisplayEvent& event, MSG& message) {
         m_strText = event.text;
     }
     return Taken::Message;
+}
+
+HWND Keyboard::Target() const {
+    if (!m_popups.IsEmpty()) {
+        return m_popups.Last();
+    }
+    return m_activation.Focus() ? m_activation.Focus() : m_activation.Active();
 }
 
 std::string Keyboard::TakeText() {

@@ -2,16 +2,17 @@
 
 #include "platform/window/Activation.h"
 #include "platform/window/MessageQueue.h"
+#include "platform/window/Popups.h"
 
 #include <string>
 
 namespace veldan {
 
-/// Makes messages of the display's keys, for the window that has the focus.
+/// Makes messages of the display's keys, for the open popup or else the window that has the focus.
 class Keyboard {
 public:
-    Keyboard(Messenger& messenger, MessageQueue& queue, const Activation& activation)
-        : m_messenger(messenger), m_queue(queue), m_activation(activation) {}
+    Keyboard(Messenger& messenger, MessageQueue& queue, const Activation& activation, const Popups& popups)
+        : m_messenger(messenger), m_queue(queue), m_activation(activation), m_popups(popups) {}
 
     Taken KeyChanged(const DisplayEvent& event, MSG& message);
     /// What the key of the latest WM_KEYDOWN typed. Taken before anybody sees that message: who does may run a loop.
@@ -20,9 +21,12 @@ public:
     void PostCharacters(HWND window, const std::string& text);
 
 private:
+    [[nodiscard]] HWND Target() const;
+
     Messenger& m_messenger;
     MessageQueue& m_queue;
     const Activation& m_activation;
+    const Popups& m_popups;
     std::string m_strText;
 };
 

@@ -19,6 +19,7 @@
 /// Focus
 ///   WM_SETFOCUS      sent to the window that now has the keyboard focus; the argument is the one that had it.
 ///   WM_KILLFOCUS     sent to the window that lost it; the argument is the one that gets it, or null.
+///   WM_CANCELMODE    sent to an open popup that is to end without a choice; it is out of the chain of popups by then.
 /// Painting
 ///   WM_ERASEBKGND    sent before a paint, or before the window's pixels are read; TRUE: the background is drawn.
 ///   WM_PAINT         retrieved while an update region is left on a visible window.
@@ -50,6 +51,7 @@
     X(WM_CLOSE, 0x0010, Nothing)               \
     X(WM_ERASEBKGND, 0x0014, Erase)            \
     X(WM_SHOWWINDOW, 0x0018, ShowWindow)       \
+    X(WM_CANCELMODE, 0x001f, Nothing)          \
     X(WM_SETCURSOR, 0x0020, SetCursor)         \
     X(WM_DRAWITEM, 0x002b, DrawItem)           \
     X(WM_MEASUREITEM, 0x002c, MeasureItem)     \

@@ -92,6 +92,9 @@ Taken Pointer::ButtonChanged(const DisplayEvent& event, MSG& message) {
     if (Enter(TargetAt(event.screen))) {
         return Taken::Repeat;
     }
+    if (press && !m_capture && m_popups.EatsPress(m_tree.WindowAt(m_topLevel, event.screen))) {
+        return Taken::Done;
+    }
     if (press && !m_capture) {
         const WindowRecord* topLevel = m_tree.Find(m_topLevel);
         if (topLevel != nullptr && (topLevel->exStyle & WS_EX_NOACTIVATE) == 0) {
@@ -123,7 +126,10 @@ bool Pointer::IsDoubleClick(HWND window, int button) {
 
 Taken Pointer::WheelTurned(const DisplayEvent& event, MSG& message) {
     Note(event);
-    const HWND target = m_tree.WindowAt(m_topLevel, event.screen);
+    HWND target = m_tree.WindowAt(m_topLevel, event.screen);
+    if (!m_popups.LetsThrough(target)) {
+        target = m_popups.Last();
+    }
     if (!target) {
         return Taken::Done;
     }
@@ -181,7 +187,11 @@ void Pointer::Note(const DisplayEvent& event) {
 
 /// Who is told of the pointer there.
 HWND Pointer::TargetAt(CPoint screen) const {
-    return m_capture ? m_capture : m_tree.WindowAt(m_topLevel, screen);
+    if (m_capture) {
+        return m_capture;
+    }
+    const HWND window = m_tree.WindowAt(m_topLevel, screen);
+    return m_popups.LetsThrough(window) ? window : HWND();
 }
 
 /// A message of the pointer as it was last seen.

@@ -3,6 +3,7 @@
 #include "platform/window/Activation.h"
 #include "platform/window/HoverTracking.h"
 #include "platform/window/MessageQueue.h"
+#include "platform/window/Popups.h"
 #include "platform/window/PressHistory.h"
 
 namespace veldan {
@@ -11,8 +12,13 @@ namespace veldan {
 class Pointer final : public WindowListener {
 public:
     Pointer(DesktopContext& context, const WindowTree& tree, Messenger& messenger, MessageQueue& queue,
-            Activation& activation)
-        : m_context(context), m_tree(tree), m_messenger(messenger), m_queue(queue), m_activation(activation) {}
+            Activation& activation, Popups& popups)
+        : m_context(context),
+          m_tree(tree),
+          m_messenger(messenger),
+          m_queue(queue),
+          m_activation(activation),
+          m_popups(popups) {}
 
     [[nodiscard]] HWND Capture() const { return m_capture; }
     HWND SetCapture(HWND window);
@@ -57,6 +63,7 @@ private:
     Messenger& m_messenger;
     MessageQueue& m_queue;
     Activation& m_activation;
+    Popups& m_popups;
 
     HWND m_capture;
     HWND m_topLevel;  // the own top-level window that the pointer is in
