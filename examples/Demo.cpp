@@ -97,7 +97,7 @@ bool RunDemo(HostWindow& host, const std::string& folder) {
     player.Wheel(1);
     player.Click(menu + CPoint{330, MenuSize().cy - kStripFromBottom});
     done = player.Picture("scrolled") && done;
-    player.Rest(menu + MiddleOfGroup(std::clamp(MenuSize().cy / kGroupHeight - 1, 0, 13)));
+    player.Rest(menu + MiddleOfGroup(std::clamp(MenuSize().cy / kGroupHeight - 2, 0, 13)));
     done = player.Picture("another-group") && done;
     player.Click(menu + MiddleOfRow(0));
     done = player.Picture("picked") && done;
