@@ -2,10 +2,46 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+#include <pthread.h>
+
+#include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
+
+namespace {
+
+constexpr int kEnoughRoom = 1000;
+// How many threads the system has room for, and how many there are.
+int g_room = kEnoughRoom;
+std::atomic<int> g_threads = 0;
+
+struct Work {
+    void* (*run)(void*);
+    void* data;
+};
+
+void* RunInRoom(void* pWork) {
+    const Work work = *static_cast<Work*>(pWork);
+    delete static_cast<Work*>(pWork);
+    void* const result = work.run(work.data);
+    --g_threads;
+    return result;
+}
+
+}  // namespace
+
+extern "C" int pthread_create(pthread_t* id, const pthread_attr_t* traits, void* (*run)(void*), void* data) noexcept {
+    static auto* const pReal = reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
+    if (g_threads >= g_room) {
+        return EAGAIN;
+    }
+    ++g_threads;
+    return pReal(id, traits, &RunInRoom, new Work{run, data});
+}
 
 namespace veldan {
 namespace {
@@ -144,6 +180,33 @@ TEST_F(Text, TakesAnyBytes) {
     canvas.dc.SelectObject(&odd);
     EXPECT_GT(canvas.dc.GetTextExtent("odd").cx, 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(TextWithoutThreads, DrawsNothingUntilThereAreSome) {
+    Canvas canvas(400, 40);
+    canvas.dc.SetBkMode(TRANSPARENT);
+    canvas.dc.SetTextColor(kRed);
+    const auto ink = [&](const char* text, int room) {
+        CRect rect{0, 0, 400, 40};
+        canvas.dc.FillSolidRect(rect, RGB(0, 0, 0));
+        g_room = room;
+        canvas.dc.DrawText(text, rect, DT_SINGLELINE);
+        g_room = kEnoughRoom;
+        return canvas.Count([&](int x, int y) { return canvas.At(x, y) != 0xff000000; });
+    };
+    EXPECT_EQ(ink("plain", 0), 0);
+    EXPECT_EQ(ink("plain", 1), 0);
+    EXPECT_GT(ink("plain", kEnoughRoom), 0);
+    g_room = 1;
+    CFont font(20, kFontNormal);
+    canvas.dc.SelectObject(&font);
+    EXPECT_EQ(ink("plain", 1), 0);
+    EXPECT_GT(ink("plain", kEnoughRoom), 0);
+    for (const char* text : {"\u0416", "\u05d0 \u0e01", "\u2600\ufe0f", "\u0905"}) {
+        EXPECT_EQ(ink(text, 1), 0);
+        EXPECT_GT(ink(text, kEnoughRoom), 0);
+    }
+    EXPECT_GT(ink("\u05d0\u0416", 0), 0) << "the fonts are known";
 }
 
 TEST(TextWithoutFonts, DrawsNothingAndSaysNothing) {

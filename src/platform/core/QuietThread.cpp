@@ -1,12 +1,21 @@
 #include "platform/core/QuietThread.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <csignal>
 #include <exception>
 #include <utility>
 
 #include <sched.h>
+#include <unistd.h>
 
 namespace veldan {
+namespace {
+
+constexpr int kMostTurns = 1000;
+
+}  // namespace
 
 std::thread StartQuietThread(std::function<void()> work) {
     sigset_t all;
@@ -21,6 +30,36 @@ std::thread StartQuietThread(std::function<void()> work) {
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return thread;
+}
+
+bool CanStartThreads(std::size_t count) {
+    struct Trial {
+        std::thread thread;
+        std::atomic<pid_t> id = 0;
+    };
+    std::array<Trial, 8> trials;
+    std::atomic<bool> mayEnd = false;
+    std::size_t started = 0;
+    for (; started < std::min(count, trials.size()); ++started) {
+        Trial& trial = trials[started];
+        trial.thread = StartQuietThread([&trial, &mayEnd] {
+            trial.id = gettid();
+            mayEnd.wait(false);
+        });
+        if (!trial.thread.joinable()) {
+            break;
+        }
+    }
+    mayEnd = true;
+    mayEnd.notify_all();
+    for (std::size_t i = 0; i < started; ++i) {
+        trials[i].thread.join();
+        // A thread counts until the system has cleared it away, shortly after it was joined.
+        for (int turn = 0; turn < kMostTurns && tgkill(getpid(), trials[i].id, 0) == 0; ++turn) {
+            sched_yield();
+        }
+    }
+    return started == count;
 }
 
 void LeaveProcessor(int processor) {

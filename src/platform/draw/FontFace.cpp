@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <utility>
 
 namespace veldan {
 namespace {
@@ -20,6 +21,8 @@ constexpr int kLargestHeight = 1024;
 constexpr int kMeasuringSize = 1024;
 
 constexpr int kUnbroken = -1;
+constexpr int kNotLaidOut = INT_MIN;
+constexpr gunichar kLastAscii = 0x7f;
 
 constexpr std::string_view kPrintable =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 !\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
@@ -57,11 +60,12 @@ std::string Presentable(std::string_view text) {
     return result;
 }
 
-// How far letters reach above and below the base line, for a size of 1.
-struct Proportions {
-    double ascent = 0.8;
-    double descent = 0.2;
-};
+// Whether the library may look for a font of its own for the character, which it forgets again.
+bool MayBeEmoji(gunichar character) {
+    constexpr gunichar kVariation = 0xfe0f;
+    return (character >= 0x203c && character < 0x2c00) || (character >= 0x1f000 && character < 0x20000) ||
+           character == kVariation;
+}
 
 Proportions Measure(PangoContext* context, PangoFontDescription* description) {
     Proportions result;
@@ -157,29 +161,42 @@ void TextMask::Add(const TextMask& letter, CPoint at) {
     }
 }
 
-FontFace::FontFace(const FontTraits& traits) {
-    const int height = traits.height == 0 ? kDefaultHeight : std::clamp(traits.height, -kLargestHeight, kLargestHeight);
-    Proportions proportions;
-    PangoContext* context = GetTextContext();
-    PangoFontDescription* description = pango_font_description_new();
-    if (context) {
-        pango_font_description_set_family(description, FamiliesOf(traits.face).c_str());
-        pango_font_description_set_weight(description, static_cast<PangoWeight>(std::clamp(traits.weight, 100, 1000)));
-        proportions = Measure(context, description);
+FontFace::FontFace(FontTraits traits) : m_traits(std::move(traits)) {
+    m_traits.height =
+        m_traits.height == 0 ? kDefaultHeight : std::clamp(m_traits.height, -kLargestHeight, kLargestHeight);
+    if (!Start()) {
+        SetSize({});
     }
-    const double whole = proportions.ascent + proportions.descent;
-    const double size = height > 0 ? height / whole : -height;
+}
+
+// The size that the letters have then.
+double FontFace::SetSize(const Proportions& proportions) {
+    const int height = m_traits.height;
+    const double size = height > 0 ? height / (proportions.ascent + proportions.descent) : -height;
     m_ascent = static_cast<int>(std::lround(size * proportions.ascent));
     m_descent = height > 0 ? height - m_ascent : static_cast<int>(std::lround(size * proportions.descent));
-    if (context) {
-        pango_font_description_set_absolute_size(description, size * PANGO_SCALE);
-        m_layout = pango_layout_new(context);
-        pango_layout_set_font_description(m_layout, description);
-        pango_layout_set_single_paragraph_mode(m_layout, TRUE);
-        pango_layout_set_auto_dir(m_layout, FALSE);
-        PreparePlainText(context);
+    return size;
+}
+
+// True once the face can lay out text.
+bool FontFace::Start() {
+    PangoContext* context = m_layout ? nullptr : GetTextContext();
+    // Fonts are looked for twice: to measure the letters, and at the size that they have.
+    if (!context || !CanSearchFonts(2)) {
+        return m_layout != nullptr;
     }
+    PangoFontDescription* description = pango_font_description_new();
+    pango_font_description_set_family(description, FamiliesOf(m_traits.face).c_str());
+    pango_font_description_set_weight(description, static_cast<PangoWeight>(std::clamp(m_traits.weight, 100, 1000)));
+    const double size = SetSize(Measure(context, description));
+    pango_font_description_set_absolute_size(description, size * PANGO_SCALE);
+    m_layout = pango_layout_new(context);
+    pango_layout_set_font_description(m_layout, description);
+    pango_layout_set_single_paragraph_mode(m_layout, TRUE);
+    pango_layout_set_auto_dir(m_layout, FALSE);
+    PreparePlainText(context);
     pango_font_description_free(description);
+    return true;
 }
 
 FontFace::~FontFace() {
@@ -236,27 +253,51 @@ const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int wi
     if (width >= 0 && LayOut(paragraph, kUnbroken).size() == 1 && m_lines.front().width <= width) {
         return m_lines;
     }
-    if (m_layout && (m_text != paragraph || m_width != width)) {
+    if (Start() && (m_text != paragraph || m_width != width)) {
         m_text = paragraph;
         m_width = width;
         if (width < 0 && IsPlain(paragraph)) {
             LayOutPlain(paragraph);
-        } else {
-            LayOutAny(Presentable(paragraph), width);
+        } else if (!LayOutAny(Presentable(paragraph), width)) {
+            m_width = kNotLaidOut;
         }
     }
     return m_lines;
 }
 
-void FontFace::LayOutAny(std::string_view text, int width) {
+// Whether the library has its fonts for all of the text, or threads to look for them.
+bool FontFace::CanShape(const std::string& text) {
+    std::set<int> added;
+    bool hasEmoji = false;
+    for (const char* place = text.c_str(); *place; place = g_utf8_next_char(place)) {
+        const gunichar character = g_utf8_get_char(place);
+        hasEmoji = hasEmoji || MayBeEmoji(character);
+        if (character > kLastAscii) {
+            added.insert(g_unichar_get_script(character));
+        }
+    }
+    std::erase_if(added, [this](int script) { return m_scripts.contains(script); });
+    const std::size_t searches = added.size() + (hasEmoji ? 1 : 0);
+    if (searches > 0 && !CanSearchFonts(searches)) {
+        return false;
+    }
+    m_scripts.merge(added);
+    return true;
+}
+
+bool FontFace::LayOutAny(const std::string& text, int width) {
+    m_lines.clear();
+    if (!CanShape(text)) {
+        return false;
+    }
     pango_layout_set_width(m_layout, width < 0 ? -1 : width * PANGO_SCALE);
     pango_layout_set_text(m_layout, text.data(), static_cast<int>(text.size()));
-    m_lines.clear();
     for (GSList* line = pango_layout_get_lines_readonly(m_layout); line; line = line->next) {
         PangoRectangle extents;
         pango_layout_line_get_extents(static_cast<PangoLayoutLine*>(line->data), nullptr, &extents);
         m_lines.push_back({static_cast<PangoLayoutLine*>(line->data), PANGO_PIXELS_CEIL(extents.width)});
     }
+    return true;
 }
 
 CRect FontFace::InkOf(const TextLine& line) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -35,6 +36,12 @@ struct TextLine {
     int width = 0;
 };
 
+/// How far letters reach above and below the base line, for a size of 1.
+struct Proportions {
+    double ascent = 0.8;
+    double descent = 0.2;
+};
+
 /// How much of each pixel letters cover, row by row. Each row ends with zeros up to a whole number of blocks, and one
 /// more block of them stands behind the last.
 struct TextMask {
@@ -61,7 +68,7 @@ struct TextMask {
 /// A font at one size. Lays out one text at a time and keeps it, since a text is mostly measured and drawn in a row.
 class FontFace {
 public:
-    explicit FontFace(const FontTraits& traits);
+    explicit FontFace(FontTraits traits);
     ~FontFace();
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
@@ -74,7 +81,8 @@ public:
     [[nodiscard]] int Ascent() const { return m_ascent; }
 
     /// Lays out one paragraph, which is broken into lines of this width in pixels, or not broken when it is negative.
-    /// Any bytes will do. Empty where there is no font at all.
+    /// Any bytes will do. Empty where there is no font at all, and where the system has no threads to spare for one;
+    /// the next call tries again then.
     const std::vector<TextLine>& LayOut(std::string_view paragraph, int width);
 
     /// Around all that is drawn of a line that isn't plain text, from the point where it begins on the base line.
@@ -86,13 +94,18 @@ public:
     [[nodiscard]] TextMask PlainMask();
 
 private:
+    bool Start();
+    double SetSize(const Proportions& proportions);
+    [[nodiscard]] bool CanShape(const std::string& text);
     void PreparePlainText(_PangoContext* context);
     [[nodiscard]] bool IsPlain(std::string_view text) const;
     void LayOutPlain(std::string_view text);
     [[nodiscard]] const TextMask& MaskOf(std::uint32_t glyph);
-    void LayOutAny(std::string_view text, int width);
+    bool LayOutAny(const std::string& text, int width);
 
-    _PangoLayout* m_layout = nullptr;
+    FontTraits m_traits;
+    _PangoLayout* m_layout = nullptr;   // null until the face is started
+    std::set<int> m_scripts;            // for which the library has found fonts
     _PangoItem* m_plainItem = nullptr;  // null where the font lacks some letter of plain text
     _PangoGlyphString* m_plainGlyphs = nullptr;
     std::unordered_map<std::uint32_t, TextMask> m_masks;  // by the font's number of the letter

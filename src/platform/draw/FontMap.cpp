@@ -1,3 +1,4 @@
+#include "platform/core/QuietThread.h"
 #include "platform/draw/Font.h"
 #include "platform/draw/FontMapInternal.h"
 
@@ -5,6 +6,7 @@
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 #include <signal.h>
+#include <sys/mman.h>
 
 #include <cstdlib>
 #include <memory>
@@ -97,8 +99,27 @@ PangoContext* StartText() {
 
 }  // namespace
 
+bool CanSearchFonts(std::size_t searches) {
+    constexpr std::size_t kThreadsOfASearch = 2;
+    constexpr std::size_t kRoom = std::size_t{64} << 20;
+    if (!CanStartThreads(kThreadsOfASearch * searches)) {
+        return false;
+    }
+    void* room = mmap(nullptr, kRoom, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (room == MAP_FAILED) {
+        return false;
+    }
+    munmap(room, kRoom);
+    return true;
+}
+
 _PangoContext* GetTextContext() {
-    static PangoContext* const context = StartText();
+    static PangoContext* context = nullptr;
+    static bool hasStarted = false;
+    if (!hasStarted && CanSearchFonts(1)) {
+        hasStarted = true;
+        context = StartText();
+    }
     return context;
 }
 

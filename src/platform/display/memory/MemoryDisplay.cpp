@@ -207,8 +207,9 @@ std::uint32_t MemoryDisplay::PixelAt(CPoint screen) const {
 
 std::unique_ptr<Surface> MemoryDisplay::Picture() const {
     auto picture = std::make_unique<Surface>(m_screen.cx, m_screen.cy);
-    for (int y = 0; y < m_screen.cy; ++y) {
-        std::fill_n(picture->Row(y), m_screen.cx, kBackground);
+    // Without memory the picture has no pixels.
+    for (int y = 0; y < picture->Height(); ++y) {
+        std::fill_n(picture->Row(y), picture->Width(), kBackground);
     }
     for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
         const CRect shown = window->visible ? window->rect.Intersect(picture->Bounds()) : CRect();
@@ -327,7 +328,8 @@ void MemoryDisplay::Present(TopLevelId id, const Surface& pixels, const Region& 
     if (!window->pixels) {
         window->pixels = std::make_unique<Surface>(pixels.Width(), pixels.Height());
     }
-    for (const CRect& rect : Region(dirty).Intersect(window->pixels->Bounds()).Rects()) {
+    const CRect shared = window->pixels->Bounds().Intersect(pixels.Bounds());
+    for (const CRect& rect : Region(dirty).Intersect(shared).Rects()) {
         m_nPresentedPixels += static_cast<std::uint64_t>(rect.Width()) * static_cast<std::uint64_t>(rect.Height());
         for (int y = rect.top; y < rect.bottom; ++y) {
             std::copy(pixels.Row(y) + rect.left, pixels.Row(y) + rect.right, window->pixels->Row(y) + rect.left);
