@@ -25,11 +25,13 @@ Desktop*& TheDesktop() {
 struct Desktop::Parts {
     Parts(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
         : context(std::move(display), std::move(clock)) {
-        // Hiding and death reach the parts in this order.
-        for (WindowListener* part : std::initializer_list<WindowListener*>{&queue, &timers, &surfaces, &painting,
-                                                                           &popups, &pointer, &activation}) {
-            tree.Listen(*part);
-        }
+        tree.ListenToDestruction(queue);
+        tree.ListenToDestruction(timers);
+        // A hidden or disabled window loses the capture before the focus.
+        tree.Listen(painting);
+        tree.Listen(popups);
+        tree.Listen(pointer);
+        tree.Listen(activation);
     }
 
     DesktopContext context;

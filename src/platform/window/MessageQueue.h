@@ -8,7 +8,7 @@
 namespace veldan {
 
 /// What was posted, oldest first, and the wish to quit.
-class MessageQueue final : public WindowListener {
+class MessageQueue final : public DestructionListener {
 public:
     MessageQueue(DesktopContext& context, const WindowTree& tree, const Messenger& messenger)
         : m_context(context), m_tree(tree), m_messenger(messenger) {}

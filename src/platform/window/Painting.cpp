@@ -56,6 +56,7 @@ void Painting::OnPlaced(WindowRecord& record, const CRect& before) {
         }
         record.update.Intersect(record.ClientRect());
     } else if (record.rect.Size() != before.Size()) {
+        m_surfaces.Drop(record);
         record.update.Clear();
         Invalidate(record, record.ClientRect(), true);
     }

@@ -37,11 +37,9 @@ void Surfaces::PresentAll() {
     }
 }
 
-void Surfaces::OnPlaced(WindowRecord& record, const CRect& before) {
-    if (!record.IsChild() && record.rect.Size() != before.Size()) {
-        record.topLevel->surface.reset();
-        record.topLevel->dirty.Clear();
-    }
+void Surfaces::Drop(const WindowRecord& topLevel) {
+    topLevel.topLevel->surface.reset();
+    topLevel.topLevel->dirty.Clear();
 }
 
 }  // namespace veldan

@@ -9,7 +9,7 @@
 namespace veldan {
 
 /// The pixels of the top-level windows, into which their children draw as well, and what of them is to be shown.
-class Surfaces final : public WindowListener {
+class Surfaces {
 public:
     Surfaces(DesktopContext& context, const WindowTree& tree) : m_context(context), m_tree(tree) {}
 
@@ -20,8 +20,8 @@ public:
     void Present(const WindowRecord& topLevel);
     void PresentAll();
 
-    /// The pixels of a window of another size don't fit it any more.
-    void OnPlaced(WindowRecord& record, const CRect& before) override;
+    /// The pixels of a top-level window of another size don't fit it any more.
+    void Drop(const WindowRecord& topLevel);
 
 private:
     [[nodiscard]] const std::shared_ptr<Surface>& SurfaceOf(HWND window);

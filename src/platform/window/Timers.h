@@ -11,7 +11,7 @@ namespace veldan {
 using TimerProc = void (*)(UINT_PTR id);
 
 /// Timers of windows, which are messages, and timers without a window, which call a function.
-class Timers final : public WindowListener {
+class Timers final : public DestructionListener {
 public:
     Timers(DesktopContext& context, const WindowTree& tree, const Messenger& messenger)
         : m_context(context), m_tree(tree), m_messenger(messenger) {}

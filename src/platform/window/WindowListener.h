@@ -7,9 +7,19 @@ namespace veldan {
 
 struct WindowRecord;
 
-/// Hears from the tree of windows what becomes of them. Listeners are called in the order in which they were added.
-/// Those that take a record must not call out of the window system; the record is as it will be.
-class WindowListener {
+/// Hears from the tree of windows that one of them goes. Listeners are called in the order in which they were added.
+class DestructionListener {
+public:
+    /// The window leaves the table after this call. Whoever still names it lets go of it.
+    virtual void OnDestroyed(HWND window) = 0;
+
+protected:
+    ~DestructionListener() = default;
+};
+
+/// Hears from the tree what becomes of windows. Functions that take a record must not call out of the window system;
+/// the record is as it will be.
+class WindowListener : public DestructionListener {
 public:
     virtual void OnAdded(WindowRecord& /*record*/) {}
     virtual void OnShown(WindowRecord& /*record*/) {}
@@ -22,8 +32,7 @@ public:
     virtual void OnPlaced(WindowRecord& /*record*/, const CRect& /*before*/) {}
     /// The window changed its place among its siblings.
     virtual void OnRestacked(WindowRecord& /*record*/) {}
-    /// The window leaves the table after this call. Whoever still names it lets go of it.
-    virtual void OnDestroyed(HWND /*window*/) {}
+    void OnDestroyed(HWND /*window*/) override {}
 
 protected:
     ~WindowListener() = default;

@@ -29,11 +29,4 @@ void WindowTable::Remove(HWND window) {
     }
 }
 
-WindowRecord* WindowTable::Find(HWND window) const {
-    if (!window || window.slot >= m_slots.size() || m_slots[window.slot].generation != window.generation) {
-        return nullptr;
-    }
-    return m_slots[window.slot].record.get();
-}
-
 }  // namespace veldan

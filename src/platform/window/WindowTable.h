@@ -13,7 +13,11 @@ public:
     WindowRecord& Add();
     void Remove(HWND window);
     /// The record, or null for the null handle and for windows that are gone.
-    [[nodiscard]] WindowRecord* Find(HWND window) const;
+    [[nodiscard]] WindowRecord* Find(HWND window) const {
+        const bool known = window && window.slot < m_slots.size();
+        const Slot* slot = known ? &m_slots[window.slot] : nullptr;
+        return known && slot->generation == window.generation ? slot->record.get() : nullptr;
+    }
     [[nodiscard]] std::size_t Count() const { return m_slots.size() - m_free.size(); }
 
 private:

@@ -177,7 +177,9 @@ WindowRecord& WindowTree::Add(HWND parent, HWND owner, const CRect& rect) {
 
 void WindowTree::Remove(HWND window) {
     if (const WindowRecord* record = Find(window)) {
-        Announce(&WindowListener::OnDestroyed, window);
+        for (DestructionListener* listener : m_destructionListeners) {
+            listener->OnDestroyed(window);
+        }
         Unlink(*record);
         m_table.Remove(window);
     }

@@ -15,7 +15,12 @@ namespace veldan {
 /// and knows no display; whoever changes a window does that.
 class WindowTree {
 public:
-    void Listen(WindowListener& listener) { m_listeners.push_back(&listener); }
+    void ListenToDestruction(DestructionListener& listener) { m_destructionListeners.push_back(&listener); }
+    /// To destruction, too.
+    void Listen(WindowListener& listener) {
+        m_listeners.push_back(&listener);
+        ListenToDestruction(listener);
+    }
     /// Calls every listener, for what the tree can't know of by itself.
     template <class... Parameters, class... Arguments>
     void Announce(void (WindowListener::*event)(Parameters...), Arguments&&... arguments) const {
@@ -72,6 +77,7 @@ private:
     WindowTable m_table;
     std::vector<HWND> m_topLevels;
     std::vector<WindowListener*> m_listeners;
+    std::vector<DestructionListener*> m_destructionListeners;
 };
 
 }  // namespace veldan
