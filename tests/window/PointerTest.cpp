@@ -76,6 +76,7 @@ TEST_F(PointerTest, AHoveredWindowThatGoesAwayUnderThePointerGetsItsLeave) {
     const std::vector<std::function<void()>> ways{
         [this] { m_first.ShowWindow(SW_HIDE); },
         [this] { m_first.EnableWindow(false); },
+        [this] { m_window.EnableWindow(false); },
         [this] { m_first.SetWindowPos(nullptr, 0, 120, 100, 80, SWP_NOZORDER); },
         [this] { m_second.SetWindowPos(&CWnd::wndTop, 0, 0, 200, 200, 0); },
         [this] { m_window.ShowWindow(SW_HIDE); },
@@ -84,6 +85,7 @@ TEST_F(PointerTest, AHoveredWindowThatGoesAwayUnderThePointerGetsItsLeave) {
     };
     for (const auto& way : ways) {
         SCOPED_TRACE(&way - ways.data());
+        m_window.EnableWindow(true);
         m_window.SetWindowPos(nullptr, 100, 100, 0, 0, SWP_NOSIZE);
         m_window.ShowWindow(SW_SHOW);
         m_first.MoveWindow({0, 0, 100, 100});

@@ -146,7 +146,8 @@ void CDialog::OnSetFocus(CWnd* /*before*/) {
 CWnd* CDialog::FocusTarget() {
     const WindowRecord* record = Desktop::Get().Find(GetSafeHwnd());
     CWnd* last = record != nullptr && record->topLevel ? FromHandle(record->topLevel->lastFocus) : nullptr;
-    return last != nullptr && last->IsWindowVisible() && last->IsWindowEnabled() ? last : GetFirstFocus();
+    const bool isUsable = last != nullptr && last->IsWindowVisible() && Desktop::Get().TakesInput(last->GetSafeHwnd());
+    return isUsable ? last : GetFirstFocus();
 }
 
 }  // namespace veldan

@@ -8,8 +8,7 @@ HWND Activation::SetFocus(HWND window) {
         MoveFocusTo({});
         return before;
     }
-    const WindowRecord* record = m_tree.Find(window);
-    if (record == nullptr || record->destroying || !record->enabled) {
+    if (!m_tree.TakesInput(window)) {
         return before;
     }
     const HWND topLevel = m_tree.TopLevelOf(window);
@@ -39,14 +38,10 @@ void Activation::MoveFocusTo(HWND window) {
 }
 
 void Activation::Activate(HWND topLevel) {
-    const WindowRecord* record = m_tree.Find(topLevel);
-    if (record == nullptr || record->destroying || !record->visible || topLevel == m_active) {
+    if (!m_tree.TakesInput(topLevel) || !m_tree.IsVisible(topLevel) || topLevel == m_active) {
         return;
     }
-    // Popups belong to what was active. They hear of their end when the new state stands.
-    m_active = topLevel;
-    m_popups.CancelAll();
-    if (m_active != topLevel) {
+    if (!ChangeActive(topLevel)) {
         return;
     }
     // The news of a frame made just now would close the menu that its host shows at once.
@@ -56,23 +51,48 @@ void Activation::Activate(HWND topLevel) {
 }
 
 void Activation::FocusReceived(HWND topLevel) {
-    const WindowRecord* record = m_tree.Find(topLevel);
-    if (record == nullptr || !record->visible || topLevel == m_active) {
+    if (!m_tree.IsVisible(topLevel) || topLevel == m_active) {
         return;
     }
-    m_active = topLevel;
-    m_popups.CancelAll();
-    if (m_active == topLevel) {
-        MoveFocusTo(topLevel);
+    const bool takesInput = m_tree.TakesInput(topLevel);
+    if (const HWND modal = takesInput ? HWND() : m_tree.ModalOf(topLevel)) {
+        // Where that one is the active one, the keyboard alone went astray.
+        modal == m_active ? m_context.GetDisplay().TakeFocus(modal.Value()) : Activate(modal);
+    } else if (ChangeActive(topLevel)) {
+        MoveFocusTo(takesInput ? topLevel : HWND());
+    }
+}
+
+void Activation::Press(HWND topLevel) {
+    const WindowRecord* record = m_tree.Find(topLevel);
+    if (record == nullptr) {
+        return;
+    }
+    if (!m_tree.TakesInput(topLevel)) {
+        AlertModalOf(topLevel);
+    } else if ((record->exStyle & WS_EX_NOACTIVATE) == 0) {
+        Activate(topLevel);
+    }
+}
+
+void Activation::AlertModalOf(HWND topLevel) {
+    if (const HWND modal = m_tree.ModalOf(topLevel)) {
+        m_flash.Start(modal);
+        Activate(modal);
     }
 }
 
 void Activation::Deactivate() {
-    m_active = {};
-    m_popups.CancelAll();
-    if (!m_active) {
+    if (ChangeActive({})) {
         MoveFocusTo({});
     }
+}
+
+/// Popups belong to what was active. They hear of their end when the new state stands; false: one of them changed it.
+bool Activation::ChangeActive(HWND topLevel) {
+    m_active = topLevel;
+    m_popups.CancelAll();
+    return m_active == topLevel;
 }
 
 void Activation::OnHiding(WindowRecord& record) {
@@ -88,6 +108,16 @@ void Activation::OnHidden(HWND window) {
         MoveFocusTo(m_active);
     } else if (m_tree.IsWithin(m_focus, window)) {
         MoveFocusTo(m_tree.TopLevelOf(window));
+    }
+}
+
+/// A disabled window can't have the focus: it goes to its top-level window, to be handed on there, or to nobody.
+void Activation::OnEnabledChanged(HWND window, bool enabled) {
+    if (!enabled && m_tree.IsWithin(m_focus, window)) {
+        const HWND topLevel = m_tree.TopLevelOf(window);
+        MoveFocusTo(m_tree.TakesInput(topLevel) ? topLevel : HWND());
+    } else if (enabled && window == m_active && !m_focus) {
+        MoveFocusTo(m_active);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/window/FrameFlash.h"
 #include "platform/window/InputQueue.h"
 #include "platform/window/Messenger.h"
 #include "platform/window/Popups.h"
@@ -9,8 +10,9 @@ namespace veldan {
 /// Which top-level window is active, and which window has the keyboard focus: one within the active window, or none.
 class Activation final : public WindowListener {
 public:
-    Activation(DesktopContext& context, const WindowTree& tree, Messenger& messenger, InputQueue& input, Popups& popups)
-        : m_context(context), m_tree(tree), m_messenger(messenger), m_input(input), m_popups(popups) {}
+    Activation(DesktopContext& context, const WindowTree& tree, Messenger& messenger, InputQueue& input, Popups& popups,
+               FrameFlash& flash)
+        : m_context(context), m_tree(tree), m_messenger(messenger), m_input(input), m_popups(popups), m_flash(flash) {}
 
     [[nodiscard]] HWND Focus() const { return m_focus; }
     [[nodiscard]] HWND Active() const { return m_active; }
@@ -20,12 +22,18 @@ public:
     void Deactivate();
     /// The display has given the keyboard focus to this window.
     void FocusReceived(HWND topLevel);
+    /// A button went down on this window, which is activated unless its style forbids that.
+    void Press(HWND topLevel);
+    /// Activates and flashes the window that is to be used before this disabled one.
+    void AlertModalOf(HWND topLevel);
 
     void OnHiding(WindowRecord& record) override;
     void OnHidden(HWND window) override;
+    void OnEnabledChanged(HWND window, bool enabled) override;
     void OnDestroyed(HWND window) override;
 
 private:
+    bool ChangeActive(HWND topLevel);
     void MoveFocusTo(HWND window);
 
     DesktopContext& m_context;
@@ -33,6 +41,7 @@ private:
     Messenger& m_messenger;
     InputQueue& m_input;
     Popups& m_popups;
+    FrameFlash& m_flash;
     HWND m_focus;
     HWND m_active;
 };

@@ -43,13 +43,14 @@ struct Desktop::Parts {
     Surfaces surfaces{context, tree};
     Painting painting{context, tree, messenger, surfaces};
     Popups popups{context, tree, messenger};
-    Activation activation{context, tree, messenger, events, popups};
+    FrameFlash flash{context, tree, painting, surfaces};
+    Activation activation{context, tree, messenger, events, popups, flash};
     Pointer pointer{context, tree, messenger, queue, activation, popups};
-    Keyboard keyboard{messenger, queue, activation, popups};
+    Keyboard keyboard{tree, messenger, queue, activation, popups};
     WindowState state{context, tree, messenger, events, painting, surfaces, activation};
     WindowLife life{context, tree, messenger, state};
-    Input input{events, queue, pointer, keyboard, activation, state};
-    MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, keyboard, timers};
+    Input input{tree, events, queue, pointer, keyboard, activation, state};
+    MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, keyboard, timers, flash};
 };
 
 Desktop::Desktop(std::unique_ptr<Display> display, std::unique_ptr<Clock> clock)
@@ -221,8 +222,12 @@ bool Desktop::PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWN
     return m_parts->state.Place(window, rect, stacking, sibling, flags);
 }
 
-bool Desktop::EnableWindow(HWND window, bool enable) {
-    return m_parts->state.Enable(window, enable);
+bool Desktop::EnableWindow(HWND window, bool enable, HWND modal) {
+    return m_parts->state.Enable(window, enable, modal);
+}
+
+bool Desktop::TakesInput(HWND window) const {
+    return m_parts->tree.TakesInput(window);
 }
 
 bool Desktop::ModifyStyle(HWND window, UINT remove, UINT add) {

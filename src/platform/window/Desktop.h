@@ -116,12 +116,16 @@ public:
     [[nodiscard]] bool IsVisible(HWND window) const;
     bool ShowWindow(HWND window, ShowCommand command);
     bool PlaceWindow(HWND window, const CRect& rect, Stacking stacking, HWND sibling, UINT flags);
-    bool EnableWindow(HWND window, bool enable);
+    /// Tells whether the window was disabled before. `modal`: the window that has a disabled top-level window's input;
+    /// a press on the disabled one raises, activates and flashes it.
+    bool EnableWindow(HWND window, bool enable, HWND modal = {});
+    /// Whether input may go to the window: it and all its ancestors are enabled.
+    [[nodiscard]] bool TakesInput(HWND window) const;
     bool ModifyStyle(HWND window, UINT remove, UINT add);
     /// Every paint of the window covers all of its pixels, so what its parent would draw under it needn't be drawn.
     void SetOpaque(HWND window);
     void SetText(HWND window, const CString& text);
-    /// The deepest visible enabled window at a point of the screen within a top-level window, or null.
+    /// The deepest visible window at a point of the screen within a top-level window that takes input, or null.
     [[nodiscard]] HWND WindowAt(HWND topLevel, CPoint screen) const;
 
     // Painting.

@@ -68,7 +68,7 @@ void Input::TakeNews(const DisplayEvent& event) {
             m_state.Hide(window);
             break;
         case DisplayEventKind::CloseRequest:
-            m_queue.Post(window, WM_CLOSE);
+            CloseRequested(window);
             break;
         case DisplayEventKind::Lost:
             m_state.DisplayLost();
@@ -77,6 +77,14 @@ void Input::TakeNews(const DisplayEvent& event) {
             break;
         default:
             break;
+    }
+}
+
+void Input::CloseRequested(HWND frame) {
+    if (m_tree.TakesInput(frame)) {
+        m_queue.Post(frame, WM_CLOSE);
+    } else {
+        m_activation.AlertModalOf(frame);
     }
 }
 

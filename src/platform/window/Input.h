@@ -9,9 +9,10 @@ namespace veldan {
 /// Takes the display's events to the parts that they are about.
 class Input {
 public:
-    Input(InputQueue& events, MessageQueue& queue, Pointer& pointer, Keyboard& keyboard, Activation& activation,
-          WindowState& state)
-        : m_events(events),
+    Input(const WindowTree& tree, InputQueue& events, MessageQueue& queue, Pointer& pointer, Keyboard& keyboard,
+          Activation& activation, WindowState& state)
+        : m_tree(tree),
+          m_events(events),
           m_queue(queue),
           m_pointer(pointer),
           m_keyboard(keyboard),
@@ -26,7 +27,9 @@ public:
 private:
     Taken Take(const DisplayEvent& event, MSG& message);
     void TakeNews(const DisplayEvent& event);
+    void CloseRequested(HWND frame);
 
+    const WindowTree& m_tree;
     InputQueue& m_events;
     MessageQueue& m_queue;
     Pointer& m_pointer;

@@ -11,7 +11,7 @@ Taken Keyboard::KeyChanged(const DisplayEvent& event, MSG& message) {
     m_messenger.SetInputFlags(event.flags);
     m_strText.clear();
     const HWND target = Target();
-    if (!target) {
+    if (!m_tree.TakesInput(target)) {
         return Taken::Done;
     }
     const bool press = event.kind == DisplayEventKind::KeyPress;

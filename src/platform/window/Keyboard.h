@@ -11,8 +11,9 @@ namespace veldan {
 /// Makes messages of the display's keys, for the open popup or else the window that has the focus.
 class Keyboard {
 public:
-    Keyboard(Messenger& messenger, MessageQueue& queue, const Activation& activation, const Popups& popups)
-        : m_messenger(messenger), m_queue(queue), m_activation(activation), m_popups(popups) {}
+    Keyboard(const WindowTree& tree, Messenger& messenger, MessageQueue& queue, const Activation& activation,
+             const Popups& popups)
+        : m_tree(tree), m_messenger(messenger), m_queue(queue), m_activation(activation), m_popups(popups) {}
 
     Taken KeyChanged(const DisplayEvent& event, MSG& message);
     /// What the key of the latest WM_KEYDOWN typed. Taken before anybody sees that message: who does may run a loop.
@@ -23,6 +24,7 @@ public:
 private:
     [[nodiscard]] HWND Target() const;
 
+    const WindowTree& m_tree;
     Messenger& m_messenger;
     MessageQueue& m_queue;
     const Activation& m_activation;

@@ -97,6 +97,7 @@ bool MessageLoop::Peek(MSG& message) {
             case Input::Found::Again:
                 continue;
             case Input::Found::Nothing:
+                m_flash.StepIfDue();
                 return NextPaint(message) || m_pointer.TakeHover(message) || m_timers.Take(message);
         }
     }
@@ -145,11 +146,13 @@ bool MessageLoop::HasWork() const {
     return !m_queue.IsEmpty() || m_input.HasWork() || m_painting.HasWork();
 }
 
-/// When a hover or a timer is due; -1: never.
+/// When a hover, a timer or a step of a flash is due; -1: never.
 std::int64_t MessageLoop::NextDue() const {
-    const std::int64_t hover = m_pointer.NextDue();
-    const std::int64_t timer = m_timers.NextDue();
-    return hover < 0 || timer < 0 ? std::max(hover, timer) : std::min(hover, timer);
+    std::int64_t next = -1;
+    for (const std::int64_t due : {m_pointer.NextDue(), m_timers.NextDue(), m_flash.NextDue()}) {
+        next = next < 0 || (due >= 0 && due < next) ? due : next;
+    }
+    return next;
 }
 
 }  // namespace veldan

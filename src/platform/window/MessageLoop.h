@@ -12,7 +12,8 @@ namespace veldan {
 class MessageLoop {
 public:
     MessageLoop(DesktopContext& context, Messenger& messenger, MessageQueue& queue, InputQueue& events, Input& input,
-                Painting& painting, Surfaces& surfaces, Pointer& pointer, Keyboard& keyboard, Timers& timers)
+                Painting& painting, Surfaces& surfaces, Pointer& pointer, Keyboard& keyboard, Timers& timers,
+                FrameFlash& flash)
         : m_context(context),
           m_messenger(messenger),
           m_queue(queue),
@@ -22,7 +23,8 @@ public:
           m_surfaces(surfaces),
           m_pointer(pointer),
           m_keyboard(keyboard),
-          m_timers(timers) {}
+          m_timers(timers),
+          m_flash(flash) {}
 
     /// Handles everything that waits, without blocking.
     void Dispatch();
@@ -57,6 +59,7 @@ private:
     Pointer& m_pointer;
     Keyboard& m_keyboard;
     Timers& m_timers;
+    FrameFlash& m_flash;
     WaitFunction m_wait;
     int m_nRunning = 0;  // loops inside one another
     bool m_bHostQuits = false;

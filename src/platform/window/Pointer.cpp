@@ -28,7 +28,7 @@ ButtonMessages MessagesOf(int button) {
 }  // namespace
 
 HWND Pointer::SetCapture(HWND window) {
-    if (window && m_tree.Find(window) == nullptr) {
+    if (window && !m_tree.TakesInput(window)) {
         return m_capture;
     }
     const HWND before = std::exchange(m_capture, window);
@@ -96,10 +96,7 @@ Taken Pointer::ButtonChanged(const DisplayEvent& event, MSG& message) {
         return Taken::Done;
     }
     if (press && !m_capture) {
-        const WindowRecord* topLevel = m_tree.Find(m_topLevel);
-        if (topLevel != nullptr && (topLevel->exStyle & WS_EX_NOACTIVATE) == 0) {
-            m_activation.Activate(m_topLevel);
-        }
+        m_activation.Press(m_topLevel);
     }
     // Asked again: the activation may have changed everything.
     const HWND target = TargetAt(event.screen);

@@ -21,6 +21,7 @@ public:
           m_popups(popups) {}
 
     [[nodiscard]] HWND Capture() const { return m_capture; }
+    /// Nothing changes for a window that takes no input. Returns the window that had the capture.
     HWND SetCapture(HWND window);
     bool TrackMouseEvent(HWND window, UINT flags, UINT hoverTime);
     /// The pointer's place on the screen, also outside of all own windows.

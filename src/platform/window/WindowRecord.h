@@ -18,6 +18,7 @@ struct TopLevelState {
     std::shared_ptr<Surface> surface;  ///< The pixels of the window and all its children; null until first asked for.
     Region dirty;                      ///< Drawn, but not yet handed to the display.
     HWND lastFocus;                    ///< The child that had the focus last.
+    HWND disabledFor;                  ///< The window that has this one's input while it is disabled, if any.
 };
 
 /// One window in the table. Everything that the window system knows of it, apart from the object that handles its

@@ -115,13 +115,16 @@ void WindowState::Restack(WindowRecord& record, Stacking stacking, HWND sibling)
     }
 }
 
-bool WindowState::Enable(HWND window, bool enable) {
+bool WindowState::Enable(HWND window, bool enable, HWND modal) {
     WindowRecord* record = m_tree.Find(window);
     if (record == nullptr) {
         return false;
     }
     const bool wasDisabled = !std::exchange(record->enabled, enable);
     if (wasDisabled == enable) {
+        if (!record->IsChild()) {
+            record->topLevel->disabledFor = enable ? HWND() : modal;
+        }
         m_tree.Announce(&WindowListener::OnEnabledChanged, window, enable);
         m_messenger.Send(window, WM_ENABLE, enable ? TRUE : FALSE);
     }

@@ -22,7 +22,8 @@ public:
     bool Show(HWND window, ShowCommand command);
     void Hide(HWND window);
     bool Place(HWND window, const CRect& rect, Stacking stacking, HWND sibling, UINT flags);
-    bool Enable(HWND window, bool enable);
+    /// `modal`: who has the input of a top-level window while it is disabled, or null. Tells whether it was disabled.
+    bool Enable(HWND window, bool enable, HWND modal);
     bool ModifyStyle(HWND window, UINT remove, UINT add);
     void SetText(HWND window, const CString& text);
 

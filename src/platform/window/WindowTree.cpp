@@ -137,7 +137,7 @@ Region WindowTree::VisibleRegion(const WindowRecord& record) const {
 
 HWND WindowTree::WindowAt(HWND topLevel, CPoint screen) const {
     const WindowRecord* record = Find(topLevel);
-    if (record == nullptr || !record->visible || !record->rect.Contains(screen)) {
+    if (!TakesInput(topLevel) || !record->visible || !record->rect.Contains(screen)) {
         return {};
     }
     CPoint point = screen - record->rect.TopLeft();
@@ -152,11 +152,46 @@ HWND WindowTree::WindowAt(HWND topLevel, CPoint screen) const {
         });
         // What falls on a disabled child is its parent's.
         if (hit == nullptr || !hit->enabled) {
-            return record->enabled ? record->handle : HWND();
+            return record->handle;
         }
         point = point - hit->rect.TopLeft();
         record = hit;
     }
+}
+
+bool WindowTree::TakesInput(HWND window) const {
+    const WindowRecord* record = Find(window);
+    while (record != nullptr && record->enabled && !record->destroying && record->IsChild()) {
+        record = Find(record->parent);
+    }
+    return record != nullptr && record->enabled && !record->destroying;
+}
+
+HWND WindowTree::ModalOf(HWND topLevel) const {
+    HWND modal = topLevel;
+    // Bounded, as windows might be disabled for each other.
+    for (std::size_t i = 0; i < m_topLevels.size() && Find(modal) != nullptr && !Find(modal)->enabled; ++i) {
+        modal = Find(modal)->topLevel->disabledFor;
+    }
+    const auto isUsable = [this](HWND window) { return TakesInput(window) && Find(window)->visible; };
+    if (isUsable(modal)) {
+        return modal;
+    }
+    const std::vector<HWND> owned = WithOwned(topLevel);
+    const auto found = std::ranges::find_if(owned, isUsable);
+    return found != owned.end() ? *found : HWND();
+}
+
+std::vector<HWND> WindowTree::WithOwned(HWND topLevel) const {
+    std::vector<HWND> windows;
+    for (const HWND other : m_topLevels) {
+        if (Find(other)->topLevel->owner == topLevel) {
+            const std::vector<HWND> group = WithOwned(other);
+            windows.insert(windows.end(), group.begin(), group.end());
+        }
+    }
+    windows.push_back(topLevel);
+    return windows;
 }
 
 WindowRecord& WindowTree::Add(HWND parent, HWND owner, const CRect& rect) {

@@ -55,8 +55,19 @@ public:
     /// The window's pixels on the surface, without what lies outside of its ancestors or under siblings above it. Its
     /// own children are not taken out: they are painted after it.
     [[nodiscard]] Region VisibleRegion(const WindowRecord& record) const;
-    /// The deepest visible enabled window at a point of the screen within a top-level window, or null.
+    /// The deepest visible window at a point of the screen within a top-level window that takes input, or null.
     [[nodiscard]] HWND WindowAt(HWND topLevel, CPoint screen) const;
+
+    // Input.
+
+    /// Whether input may go to the window: it and all its ancestors are enabled, and it isn't being destroyed. Asked
+    /// for the pointer, keys, the focus, the activation and what a window manager wants of a window.
+    [[nodiscard]] bool TakesInput(HWND window) const;
+    /// Who is to be used before a disabled top-level window: the visible window that it was disabled for, over any
+    /// number of such; else the topmost one that it owns; null if none of them takes input.
+    [[nodiscard]] HWND ModalOf(HWND topLevel) const;
+    /// The window and all that it owns, each below what it owns, from the topmost to the lowest.
+    [[nodiscard]] std::vector<HWND> WithOwned(HWND topLevel) const;
 
     // Changes.
 

@@ -305,7 +305,11 @@ void MemoryDisplay::TakeFocus(TopLevelId id) {
     if (window == nullptr || !window->visible || m_focus == id) {
         return;
     }
-    m_focusBefore = m_focus;
+    // As on a server, where the focus goes back to what a window manager knows.
+    const Window* before = Find(m_focus);
+    if (before == nullptr || before->foreign || before->kind == TopLevelKind::Frame) {
+        m_focusBefore = m_focus;
+    }
     std::erase_if(m_events, [](const DisplayEvent& event) {
         return event.kind == DisplayEventKind::FocusIn || event.kind == DisplayEventKind::FocusOut;
     });
