@@ -73,6 +73,82 @@ TEST_F(FocusTest, AFocusedChildThatIsHiddenOrDestroyedPassesTheFocusOn) {
     EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
 }
 
+TEST_F(FocusTest, AFocusedChildThatIsDisabledPassesTheFocusOnAndAnswersNoKey) {
+    ShowForm();
+    m_form.buttons[2].SetFocus();
+    m_form.buttons[2].EnableWindow(false);
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
+    m_form.buttons[1].EnableWindow(false);
+    EXPECT_EQ(CWnd::GetFocus(), &m_form) << "no other wants it";
+    m_form.buttons[1].SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), &m_form);
+    Person().Type(VK_SPACE, " ");
+    EXPECT_EQ(m_form.CountOf(WM_COMMAND), 0);
+    m_form.EnableWindow(false);
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    m_form.buttons[0].SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), nullptr) << "its parent is disabled";
+    m_form.EnableWindow(true);
+    EXPECT_EQ(CWnd::GetFocus(), &m_form) << "it was active all the while";
+}
+
+TEST_F(FocusTest, AFocusThatIsSetWhileTheDialogIsHiddenCountsWhenItIsShown) {
+    m_form.buttons[0].SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), &m_frame);
+    m_form.ShowWindow(SW_SHOWNA);
+    EXPECT_EQ(CWnd::GetFocus(), &m_frame);
+    Person().Click({640, 600});
+    EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[0]);
+}
+
+TEST_F(FocusTest, ActivationRaisesAWindowWithAllThatItOwns) {
+    ProbeWnd other;
+    ProbeWnd deeper;
+    other.colour = RGB(0, 200, 0);
+    deeper.colour = RGB(0, 0, 200);
+    MakePopup(other, {480, 480, 560, 640});
+    MakePopup(deeper, {480, 480, 520, 520}, &m_form);
+    ShowForm();
+    EXPECT_EQ(Seen({500, 500}), 0x0000c8U);
+    EXPECT_EQ(Seen({530, 505}), 0xc80000U);
+    Person().Click({485, 600});
+    EXPECT_EQ(Seen({505, 505}), 0x00c800U) << "the press activated the other";
+    EXPECT_EQ(Seen({500, 500}), 0x00c800U);
+    TheDesktop().Activate(m_form.GetSafeHwnd());
+    Person().Settle();
+    EXPECT_EQ(Seen({530, 505}), 0xc80000U);
+    EXPECT_EQ(Seen({505, 505}), 0x0000c8U) << "what it owns lies above it";
+    TheDesktop().Activate(m_form.GetSafeHwnd());
+    other.SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Person().Click({600, 600});
+    EXPECT_EQ(Seen({530, 505}), 0xc80000U) << "also where it is the active one already";
+}
+
+TEST_F(FocusTest, WhenTheActiveWindowIsHiddenTheNextOwnerThatCanBeActiveIs) {
+    ProbeWnd popup;
+    ProbeWnd inner;
+    ProbeWnd modal;
+    MakePopup(popup, {500, 500, 600, 600}, &m_frame);
+    MakePopup(inner, {500, 500, 600, 600}, &popup);
+    inner.ShowWindow(SW_HIDE);
+    Person().Settle();
+    EXPECT_EQ(TheDesktop().Active(), popup.GetSafeHwnd());
+    EXPECT_EQ(m_display->FocusWindow(), popup.GetSafeHwnd().Value());
+    inner.ShowWindow(SW_SHOW);
+    popup.ShowWindow(SW_HIDE);
+    inner.ShowWindow(SW_HIDE);
+    Person().Settle();
+    EXPECT_EQ(TheDesktop().Active(), m_frame.GetSafeHwnd()) << "its owner was hidden before";
+    EXPECT_EQ(m_display->FocusWindow(), m_frame.GetSafeHwnd().Value());
+    MakePopup(modal, {700, 500, 800, 600}, &m_frame);
+    popup.ShowWindow(SW_SHOW);
+    TheDesktop().EnableWindow(m_frame.GetSafeHwnd(), false, modal.GetSafeHwnd());
+    popup.ShowWindow(SW_HIDE);
+    EXPECT_EQ(TheDesktop().Active(), modal.GetSafeHwnd());
+    TheDesktop().Activate(popup.GetSafeHwnd());
+    EXPECT_EQ(TheDesktop().Active(), modal.GetSafeHwnd()) << "a hidden window is never active";
+}
+
 TEST_F(FocusTest, OnlyALeftPressTakesTheFocusToAButtonAndOnlySpacePressesIt) {
     ShowForm();
     Person().Click({520, 520}, 3);

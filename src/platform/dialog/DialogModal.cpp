@@ -27,6 +27,12 @@ public:
             Desktop::Get().EnableWindow(window, true);
         }
     }
+    /// A press on one of them goes to this window.
+    void SetModal(HWND modal) {
+        for (const HWND window : m_windows) {
+            Desktop::Get().EnableWindow(window, false, modal);
+        }
+    }
     DisabledWindows(const DisabledWindows&) = delete;
     DisabledWindows& operator=(const DisabledWindows&) = delete;
 
@@ -52,12 +58,13 @@ int CDialog::DoModal() {
         desktop.CancelPopups();
         desktop.SetCapture({});
         desktop.ReleaseGrab();
-        const DisabledWindows disabled(owner, DisablesAllWindows());
+        DisabledWindows disabled(owner, DisablesAllWindows());
         const bool created = !run.isObjectGone && CreateFrom(*form, owner);
         if (!created) {
             run.result = -1;
         } else {
             self = GetSafeHwnd();
+            disabled.SetModal(self);
             BeginModal();
             desktop.RunWhile([&] { return run.goesOn && !run.isObjectGone && FromHandle(self) == this; });
         }

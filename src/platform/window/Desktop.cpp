@@ -43,11 +43,12 @@ struct Desktop::Parts {
     Surfaces surfaces{context, tree};
     Painting painting{context, tree, messenger, surfaces};
     Popups popups{context, tree, messenger};
+    TopLevelStack stack{context, tree};
     FrameFlash flash{context, tree, painting, surfaces};
-    Activation activation{context, tree, messenger, events, popups, flash};
+    Activation activation{context, tree, messenger, events, popups, stack, flash};
     Pointer pointer{context, tree, messenger, queue, activation, popups};
     Keyboard keyboard{tree, messenger, queue, activation, popups};
-    WindowState state{context, tree, messenger, events, painting, surfaces, activation};
+    WindowState state{context, tree, messenger, events, stack, painting, surfaces, activation};
     WindowLife life{context, tree, messenger, state};
     Input input{tree, events, queue, pointer, keyboard, activation, state};
     MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, keyboard, timers, flash};

@@ -80,7 +80,8 @@ bool WindowState::Place(HWND window, const CRect& rect, Stacking stacking, HWND 
     const CSize size = (flags & SWP_NOSIZE) != 0 ? before.Size() : ClampSides(rect).Size();
     const CRect place = CRect::FromSize(at, size);
     if ((flags & SWP_NOZORDER) == 0 && stacking != Stacking::Keep) {
-        Restack(*record, stacking, sibling);
+        record->IsChild() ? void(m_tree.Restack(*record, stacking, sibling))
+                          : m_stack.Restack(*record, stacking, sibling);
     }
     if (place != before) {
         m_tree.SetRect(*record, place);
@@ -106,25 +107,16 @@ void WindowState::SendPlaceMessages(HWND window, const CRect& before, const CRec
     }
 }
 
-void WindowState::Restack(WindowRecord& record, Stacking stacking, HWND sibling) {
-    if (m_tree.Restack(record, stacking, sibling) && !record.IsChild()) {
-        const StackPlace place = stacking == Stacking::Top      ? StackPlace::Top
-                                 : stacking == Stacking::Bottom ? StackPlace::Bottom
-                                                                : StackPlace::Below;
-        m_context.GetDisplay().Restack(record.handle.Value(), place, sibling.Value());
-    }
-}
-
 bool WindowState::Enable(HWND window, bool enable, HWND modal) {
     WindowRecord* record = m_tree.Find(window);
     if (record == nullptr) {
         return false;
     }
     const bool wasDisabled = !std::exchange(record->enabled, enable);
+    if (!record->IsChild() && (enable || modal)) {
+        record->topLevel->disabledFor = modal;
+    }
     if (wasDisabled == enable) {
-        if (!record->IsChild()) {
-            record->topLevel->disabledFor = enable ? HWND() : modal;
-        }
         m_tree.Announce(&WindowListener::OnEnabledChanged, window, enable);
         m_messenger.Send(window, WM_ENABLE, enable ? TRUE : FALSE);
     }

@@ -8,12 +8,13 @@ namespace veldan {
 /// Shows, places, stacks and enables windows: changes the tree and the display, and tells the windows.
 class WindowState {
 public:
-    WindowState(DesktopContext& context, WindowTree& tree, Messenger& messenger, InputQueue& events, Painting& painting,
-                Surfaces& surfaces, Activation& activation)
+    WindowState(DesktopContext& context, WindowTree& tree, Messenger& messenger, InputQueue& events,
+                TopLevelStack& stack, Painting& painting, Surfaces& surfaces, Activation& activation)
         : m_context(context),
           m_tree(tree),
           m_messenger(messenger),
           m_events(events),
+          m_stack(stack),
           m_painting(painting),
           m_surfaces(surfaces),
           m_activation(activation) {}
@@ -35,13 +36,13 @@ public:
 private:
     void ShowChild(WindowRecord& record);
     void ShowTopLevel(HWND window, bool activate);
-    void Restack(WindowRecord& record, Stacking stacking, HWND sibling);
     void SendPlaceMessages(HWND window, const CRect& before, const CRect& after);
 
     DesktopContext& m_context;
     WindowTree& m_tree;
     Messenger& m_messenger;
     InputQueue& m_events;
+    TopLevelStack& m_stack;
     Painting& m_painting;
     Surfaces& m_surfaces;
     Activation& m_activation;

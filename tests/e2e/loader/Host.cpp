@@ -43,7 +43,7 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 HWND FindMenu(const HostWindow& host) {
     for (const HWND window : Desktop::Get().TopLevels()) {
-        if (window != host.GetSafeHwnd()) {
+        if (window != host.GetSafeHwnd() && Desktop::Get().IsVisible(window)) {
             return window;
         }
     }
