@@ -11,7 +11,7 @@ namespace veldan {
 
 constexpr COLORREF kParentColour = RGB(10, 20, 30);
 
-/// A popup of one colour with room for controls, and pictures to give them.
+/// A popup of one colour with room for controls, and pictures for them.
 class ControlTest : public DesktopTest {
 protected:
     static constexpr CPoint kParentAt = {100, 100};
@@ -22,7 +22,7 @@ protected:
         Person().Settle();
     }
 
-    /// A picture file of columns in these colours.
+    /// Writes a picture file with columns in these colours.
     CString Columns(const std::vector<COLORREF>& colours, int width, int height) const {
         Surface picture(width * static_cast<int>(colours.size()), height);
         for (int i = 0; i < picture.Width() * height; ++i) {

@@ -8,7 +8,7 @@
 
 namespace veldan {
 
-/// A bitmap in a memory device context, to draw on and to look at.
+/// A bitmap in a memory device context, with ways to look at its pixels.
 struct Canvas {
     Canvas(int width, int height) {
         dc.CreateCompatibleDC(nullptr);
@@ -18,7 +18,7 @@ struct Canvas {
 
     [[nodiscard]] std::uint32_t At(int x, int y) const { return bitmap.GetSurface()->At(x, y); }
 
-    /// Calls `test` with each pixel's place, and counts for how many it is true.
+    /// Calls `test` with each pixel's coordinates and counts for how many it is true.
     template <class Test>
     [[nodiscard]] int Count(Test test) const {
         int count = 0;
@@ -30,7 +30,7 @@ struct Canvas {
         return count;
     }
 
-    /// Whether each pixel is as `pixel` tells for its place.
+    /// Whether each pixel has the value that `pixel` returns for its coordinates.
     template <class Pixel>
     [[nodiscard]] bool Shows(Pixel pixel) const {
         return Count([&](int x, int y) { return At(x, y) != pixel(x, y); }) == 0;

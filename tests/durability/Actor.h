@@ -4,7 +4,7 @@
 
 namespace veldan {
 
-/// A host with its menu over a tree, on a desktop of the process that makes it.
+/// A host with its menu on a catalogue, and a desktop for the process that makes it.
 class Actor {
 public:
     explicit Actor(const CString& base) {
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] static CDlgCustomMenu& Menu() { return *g_pMenuDialog; }
     [[nodiscard]] HostWnd& Host() { return *m_pHost; }
 
-    /// The id of a profile's row in a group, 0 if there is none.
+    /// The id of a profile's row in a group; 0 if there is none.
     [[nodiscard]] static int IDOf(std::string_view group, std::string_view xml) {
         for (const auto& [strKey, pItem] : Menu().Items()) {
             if (pItem->m_strXml == xml && pItem->m_pParent->m_strFolder == group) {

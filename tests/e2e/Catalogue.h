@@ -29,7 +29,7 @@ public:
         return text.substr(value, text.find_first_of("\r\n", value) - value);
     }
 
-    /// A path as a host hears it.
+    /// A path as a host receives it.
     [[nodiscard]] static std::string WithBackslashes(std::string path) {
         for (char& character : path) {
             character = character == '/' ? '\\' : character;

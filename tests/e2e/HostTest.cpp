@@ -49,7 +49,7 @@ protected:
             text(rect.Width()) + "x" + text(rect.Height()) + "+" + text(rect.left) + "+" + text(rect.top);
         options.insert(options.begin(), {VELDAN_HOST, "--base", m_catalogue.Base(), "--geometry", geometry});
         m_program = std::make_unique<Program>(options, Program::Environment{{"DISPLAY", m_server.Name()}});
-        ASSERT_EQ(m_program->Line(), "ready") << m_program->Noise();
+        ASSERT_EQ(m_program->Line(), "ready") << m_program->StrayOutput();
         ASSERT_TRUE(WaitUntil([&] { return m_hand->RectOf(m_hand->FindWindow(kHostTitle)) == rect; }));
     }
     void StartWithMenu(std::vector<std::string> options = {}) {
@@ -98,7 +98,7 @@ TEST_P(HostTest, PickReachesTheHostAndTheDisk) {
     EXPECT_EQ(m_program->Line(), "file " + file);
     EXPECT_EQ(m_program->Finish(), 0);
     EXPECT_THAT(m_program->Rest(), IsEmpty());
-    EXPECT_THAT(m_program->Noise(), IsEmpty());
+    EXPECT_THAT(m_program->StrayOutput(), IsEmpty());
     EXPECT_EQ(m_catalogue.Entry("Recent", "0"), name);
     EXPECT_EQ(m_catalogue.Folder().Read("Profiles/Recent/" + name),
               m_catalogue.Folder().Read(std::string("Profiles/") + kLongGroup + "/" + name));
@@ -157,7 +157,7 @@ TEST_P(HostTest, EndsWhenTheServerDoes) {
     StartWithMenu();
     m_server.Kill();
     EXPECT_EQ(m_program->Finish(), 2);
-    EXPECT_THAT(m_program->Noise(), HasSubstr("the display is gone"));
+    EXPECT_THAT(m_program->StrayOutput(), HasSubstr("the display is gone"));
 }
 
 /// The example host without a server.
@@ -169,7 +169,7 @@ protected:
         Program program(command, variables);
         m_strOutput = program.Rest();
         m_iStatus = program.Finish();
-        m_strErrors = program.Noise();
+        m_strErrors = program.StrayOutput();
     }
     void ExpectFault(int status, const std::string& about) const {
         EXPECT_EQ(m_iStatus, status);
@@ -273,7 +273,7 @@ TEST(CHostTest, GoesThroughAllCalls) {
     Program program({VELDAN_C_HOST, catalogue.Base()}, {{"VELDAN_DISPLAY", "memory"}});
     EXPECT_EQ(program.Finish(), 0);
     EXPECT_THAT(program.Rest(), IsEmpty());
-    EXPECT_THAT(program.Noise(), IsEmpty());
+    EXPECT_THAT(program.StrayOutput(), IsEmpty());
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// How many resources of each kind all clients of a server have, by the number of the kind's name.
+/// How many resources of each kind all clients of a server have, by the atom of the kind's name.
 std::map<xcb_atom_t, unsigned> CountResources(xcb_connection_t* connection) {
     std::map<xcb_atom_t, unsigned> counts;
     const auto clients = Ask<&xcb_res_query_clients_reply>(connection, xcb_res_query_clients(connection));
@@ -35,8 +35,8 @@ std::map<xcb_atom_t, unsigned> CountResources(xcb_connection_t* connection) {
 /// A host in a process of its own that loads the library by its path.
 class LoaderTest : public ::testing::Test {
 protected:
-    /// Its lines come apart from the standard streams, on which nothing may appear.
-    static constexpr int kVoice = 3;
+    /// Its lines are separate from the standard streams, on which nothing may appear.
+    static constexpr int kLinesDescriptor = 3;
 
     void SetUp() override {
         m_catalogue.Folder().Write("Profiles/order.ini", "[Order]\r\nNum=2\r\n0=Recent\r\n1=MP4 Video\r\n");
@@ -51,11 +51,11 @@ protected:
     static void ExpectSilentEnd(Program& program) {
         EXPECT_THAT(program.Rest(), IsEmpty());
         EXPECT_EQ(program.Finish(), 0);
-        EXPECT_THAT(program.Noise(), IsEmpty());
+        EXPECT_THAT(program.StrayOutput(), IsEmpty());
     }
 
     void ExpectPick(const Program::Environment& variables, const std::string& display) const {
-        Program program(Command({"once"}), variables, kVoice);
+        Program program(Command({"once"}), variables, kLinesDescriptor);
         EXPECT_EQ(program.Line(), display);
         EXPECT_EQ(program.Line(),
                   Catalogue::WithBackslashes(m_catalogue.Base() + "/Profiles/MP4 Video/mp4-h264-source.xml"));
@@ -63,24 +63,24 @@ protected:
         ExpectSilentEnd(program);
     }
 
-    /// What must be as after the tenth round after the last one. `resources` counts those of the display.
+    /// Compares the process after its last round with itself after the tenth. `resources` counts those of the display.
     template <class Resources>
     void ExpectRoundsLeaveNothing(const Program::Environment& variables, Resources resources) const {
 #ifdef __SANITIZE_ADDRESS__
-        constexpr bool kIsMemoryJudged = false;  // the sanitizer keeps freed memory back
+        constexpr bool kIsMemoryJudged = false;  // the sanitizer doesn't return freed memory
 #else
         constexpr bool kIsMemoryJudged = true;
 #endif
-        Program program(Command({"rounds", kIsMemoryJudged ? "1000" : "50"}), variables, kVoice);
+        Program program(Command({"rounds", kIsMemoryJudged ? "1000" : "50"}), variables, kLinesDescriptor);
         const std::string warm = program.Line();
         const Memory warmMemory = ReadMemory(program);
         const auto warmResources = resources();
         ASSERT_THAT(warm, HasSubstr("mapped=no"));
-        program.Say("on");
+        program.SendLine("on");
         EXPECT_EQ(program.Line(), warm);
         const Memory memory = ReadMemory(program);
         EXPECT_EQ(resources(), warmResources);
-        program.Say("on");
+        program.SendLine("on");
         ExpectSilentEnd(program);
         if (kIsMemoryJudged) {
             EXPECT_EQ(memory.regions, warmMemory.regions);
@@ -118,7 +118,7 @@ TEST_F(LoaderTest, RoundsInMemoryLeaveNothingBehind) {
 TEST_F(LoaderTest, HostThatOnlyPollsMissesNothingAfterAnyCall) {
     const XServer server;
     ASSERT_TRUE(server.IsRunning());
-    Program program(Command({"calls"}), {{"DISPLAY", server.Name()}}, kVoice);
+    Program program(Command({"calls"}), {{"DISPLAY", server.Name()}}, kLinesDescriptor);
     ExpectSilentEnd(program);
 }
 
@@ -126,10 +126,10 @@ TEST_F(LoaderTest, CallsReturnWhenTheServerDiedWhetherThatWasNoticedOrNot) {
     for (const char* loss : {"loss", "noticed-loss"}) {
         XServer server;
         ASSERT_TRUE(server.IsRunning());
-        Program program(Command({loss}), {{"DISPLAY", server.Name()}}, kVoice);
+        Program program(Command({loss}), {{"DISPLAY", server.Name()}}, kLinesDescriptor);
         ASSERT_EQ(program.Line(), "shown");
         server.Kill();
-        program.Say("dead");
+        program.SendLine("dead");
         if (loss == std::string_view("noticed-loss")) {
             EXPECT_EQ(program.Line(), "hidden");
             EXPECT_EQ(program.Line(), "quiet");

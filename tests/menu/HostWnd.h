@@ -11,7 +11,7 @@ namespace veldan {
 
 constexpr UINT kPickMessage = 7000;
 
-/// A host's window, which writes down what was picked, by this message or one of the nine after it.
+/// A host's window, which records what was picked by kPickMessage or one of the nine messages after it.
 class HostWnd : public CWnd {
 public:
     std::vector<CString> picks;

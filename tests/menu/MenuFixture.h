@@ -22,7 +22,7 @@ namespace veldan {
     return names;
 }
 
-/// A host's window to the right, and room for the menu beside it.
+/// A host's window on the right, with room for the menu beside it.
 class MenuTest : public DesktopTest {
 protected:
     static constexpr CPoint kMenuAt = {100, 100};
@@ -67,7 +67,7 @@ protected:
     [[nodiscard]] static CGPScrollImageButton& Strip(int id) {
         return dynamic_cast<CGPScrollImageButton&>(*Menu().GetDlgItem(static_cast<UINT>(id)));
     }
-    /// The looks of both strips: 'u' or 'd' for one that is normal.
+    /// The looks of both strips: 'u' and 'd' for those that look normal, '-' for one that looks disabled.
     [[nodiscard]] static CString StripLooks() {
         return CString(Strip(kScrollUpID).m_bDisabledLook ? "-" : "u") +
                (Strip(kScrollDownID).m_bDisabledLook ? "-" : "d");

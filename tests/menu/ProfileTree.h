@@ -9,13 +9,13 @@
 
 namespace veldan {
 
-/// One line pair of a group's index.
+/// The two lines of one entry in a group's index.
 struct TreeEntry {
     CString strXml;
     CString strPng;
 };
 
-/// A base folder with profiles, made piece by piece.
+/// A base folder with a catalogue that a test makes piece by piece.
 class ProfileTree {
 public:
     [[nodiscard]] CString Base() const { return m_folder.Path(); }
@@ -45,7 +45,7 @@ public:
         return text;
     }
 
-    /// Writes the top index; a name may be marked.
+    /// Writes the index of groups, and an icon for each; a name may end in a star.
     void Groups(const std::vector<CString>& names) const {
         CString text = Format("[Order]\r\nNum=%zu\r\n", names.size());
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -57,7 +57,7 @@ public:
         }
     }
 
-    /// Writes a group's folder with so many profiles, their files called after `stem`.
+    /// Writes a group's folder with `count` profiles, whose file names begin with `strStem`.
     void Fill(const CString& strGroup, int count, const CString& strStem = "p") const {
         std::vector<TreeEntry> entries;
         for (int i = 0; i < count; ++i) {
@@ -69,7 +69,7 @@ public:
         Write(strGroup + "/order.ini", Index(entries));
     }
 
-    /// A path is one below `Profiles`.
+    /// Paths are relative to `Profiles`.
     CString Write(const CString& strName, std::string_view bytes) const {
         return m_folder.Write("Profiles/" + strName, bytes);
     }

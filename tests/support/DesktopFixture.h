@@ -13,15 +13,15 @@
 
 namespace veldan {
 
-/// A person's hand on the display in memory, with time that passes only when the hand lets it. Each gesture ends with
-/// the window system having handled everything that it set off.
+/// The user's hand on the display in memory. Time passes only through Wait and Rest. When a gesture returns, the window
+/// system has handled everything that it caused.
 class Hand {
 public:
     Hand(Desktop& desktop, MemoryDisplay& display, ManualClock& clock)
         : m_desktop(desktop), m_display(display), m_clock(clock) {}
 
     void Move(CPoint screen) { Do(&MemoryDisplay::MovePointer, screen); }
-    /// Moves there and waits for so long, a millisecond at a time.
+    /// Moves there and waits, a millisecond at a time.
     void Rest(CPoint screen, int milliseconds = 30) {
         Move(screen);
         Wait(milliseconds);
@@ -68,7 +68,7 @@ private:
     ManualClock& m_clock;
 };
 
-/// A fresh desktop on the display in memory, of which it tells the parts.
+/// A fresh desktop on the display in memory, with access to its parts.
 struct MemoryDesk {
     explicit MemoryDesk(CSize screen = {1920, 1080}) {
         auto newDisplay = std::make_unique<MemoryDisplay>(screen);

@@ -12,7 +12,7 @@ namespace veldan::testing {
 
 namespace {
 
-// The calls are plain functions, so they find the object of the day here.
+// The calls are plain functions, so they find the current object here.
 FaultyFileCalls* g_pFaulty = nullptr;
 
 unsigned long NumberOf(int file, const char* path = "") {

@@ -9,8 +9,8 @@
 
 namespace veldan::testing {
 
-/// Puts itself in the way of every file call while it stands. It counts the calls, can make one of them fail, and knows
-/// whether what is renamed had been synced. Nothing is really synced, which only a loss of power would miss.
+/// Replaces the file calls while the object exists. It counts the calls, can make one of them fail, and knows whether
+/// renamed files had been synced. It doesn't really sync anything, which would matter only at a loss of power.
 class FaultyFileCalls {
 public:
     enum class Fault {
@@ -18,11 +18,11 @@ public:
         NoSpace,
         InputOutput,
         NoPermission,
-        /// Half of what is to be read or written is; other calls are done whole.
+        /// A read or write handles only half of its bytes; other calls are carried out normally.
         Short,
-        /// The call is interrupted before it did anything.
+        /// The call is interrupted before it does anything.
         Interrupted,
-        /// The process ends instead of the call, as by `kill -9`.
+        /// The process ends instead of making the call, as by `kill -9`.
         Killed,
     };
 
@@ -32,23 +32,23 @@ public:
     FaultyFileCalls(const FaultyFileCalls&) = delete;
     FaultyFileCalls& operator=(const FaultyFileCalls&) = delete;
 
-    /// Does something just before the call number `call`.
+    /// Runs an action just before the call number `call`.
     void ActAt(int call, std::function<void()> action) {
         m_iActingCall = call;
         m_action = std::move(action);
     }
 
     [[nodiscard]] int Calls() const { return m_iCalls; }
-    /// How many files were opened for more than reading.
+    /// How many files were opened for writing.
     [[nodiscard]] int OpensForWriting() const { return m_iOpensForWriting; }
     [[nodiscard]] int Renames() const { return m_iRenames; }
-    /// Whether some file was renamed with content that had not been synced.
+    /// Whether a file was renamed while its content was not synced.
     [[nodiscard]] bool WasUnsyncedRename() const { return m_bUnsyncedRename; }
 
 private:
     struct Table;
 
-    /// Counts a call and tells whether it fails; may make it handle fewer bytes instead.
+    /// Counts a call and returns whether it fails; may reduce the number of bytes that it handles instead.
     [[nodiscard]] bool FailsNow(std::size_t* count = nullptr);
 
     Fault m_fault;
@@ -59,7 +59,7 @@ private:
     int m_iOpensForWriting = 0;
     int m_iRenames = 0;
     bool m_bUnsyncedRename = false;
-    /// Numbers of the files on the disk that hold something written and not yet synced.
+    /// Inode numbers of the files with content that was written but not synced.
     std::set<unsigned long> m_unsynced;
 };
 

@@ -14,14 +14,14 @@
 
 namespace veldan {
 
-/// A window that writes down its messages, is filled with one colour, and can be told what to do at a message.
+/// A window that records its messages, is filled with one colour, and can run an action when a message comes.
 template <class Base>
 class Probe : public Base {
 public:
     using Base::Base;
     using Action = std::function<void(Probe&)>;
 
-    /// Numbers of the messages so far, but for those that every move brings.
+    /// Numbers of the messages so far, except WM_SETCURSOR, which comes with every move.
     std::vector<UINT> log;
     COLORREF colour = RGB(200, 0, 0);
     UINT actAt = 0;
@@ -54,7 +54,7 @@ protected:
 
 using ProbeWnd = Probe<CWnd>;
 
-/// An owner-drawn button of one colour, another one while it is down.
+/// An owner-drawn button that is filled with one colour, and with another one while it is pressed.
 class ProbeButton : public Probe<CButton> {
 public:
     UINT drawnState = 0;

@@ -11,7 +11,7 @@
 
 namespace veldan::testing {
 
-/// A fresh folder that goes with the object.
+/// An empty temporary folder, which the destructor removes.
 class TempFolder {
 public:
     TempFolder() : m_path(mkdtemp(m_strTemplate.data())) {}
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] CString operator/(std::string_view name) const { return m_path.string() + "/" + CString(name); }
     [[nodiscard]] CString Path() const { return m_path.string(); }
 
-    /// Writes a file, and the folders on its way, byte for byte; returns its path.
+    /// Writes a file byte for byte, and makes the folders of its path; returns the path.
     CString Write(std::string_view name, std::string_view bytes) const {
         const CString path = *this / name;
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -34,7 +34,7 @@ public:
         return path;
     }
 
-    /// The bytes of a file; the empty text if there is none.
+    /// The bytes of a file; empty if there is none.
     [[nodiscard]] CString Read(std::string_view name) const {
         std::ifstream stream(*this / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

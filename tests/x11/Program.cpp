@@ -37,36 +37,36 @@ namespace {
 
 }  // namespace
 
-Program::Program(const std::vector<std::string>& command, const Environment& variables, int voice)
-    : m_noise(memfd_create("noise", MFD_CLOEXEC)) {
-    // No other program inherits them.
+Program::Program(const std::vector<std::string>& command, const Environment& variables, int linesDescriptor)
+    : m_strayOutput(memfd_create("stray output", MFD_CLOEXEC)) {
+    // Not inherited by other programs.
     int input[2] = {-1, -1};
-    int told[2] = {-1, -1};
-    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(told, O_CLOEXEC) != 0) {
+    int lines[2] = {-1, -1};
+    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(lines, O_CLOEXEC) != 0) {
         return;
     }
     m_process = fork();
     if (m_process == 0) {
-        // Out of the way of the numbers that are given out below.
+        // Duplicates that don't clash with the numbers used below.
         constexpr int kFree = 10;
-        const int mouth = fcntl(told[1], F_DUPFD_CLOEXEC, kFree);
-        const int ear = fcntl(input[0], F_DUPFD_CLOEXEC, kFree);
-        const int noise = fcntl(m_noise, F_DUPFD_CLOEXEC, kFree);
-        dup2(ear, STDIN_FILENO);
-        dup2(noise, STDOUT_FILENO);
-        dup2(noise, STDERR_FILENO);
-        dup2(mouth, voice);
+        const int linesEnd = fcntl(lines[1], F_DUPFD_CLOEXEC, kFree);
+        const int standardInput = fcntl(input[0], F_DUPFD_CLOEXEC, kFree);
+        const int strayOutput = fcntl(m_strayOutput, F_DUPFD_CLOEXEC, kFree);
+        dup2(standardInput, STDIN_FILENO);
+        dup2(strayOutput, STDOUT_FILENO);
+        dup2(strayOutput, STDERR_FILENO);
+        dup2(linesEnd, linesDescriptor);
         Become(command, variables);
     }
     close(input[0]);
-    close(told[1]);
+    close(lines[1]);
     m_input = input[1];
-    m_voice = told[0];
+    m_lines = lines[0];
 }
 
 Program::~Program() {
     End(SIGTERM);
-    for (const int descriptor : {m_input, m_voice, m_noise}) {
+    for (const int descriptor : {m_input, m_lines, m_strayOutput}) {
         close(descriptor);
     }
 }
@@ -80,13 +80,13 @@ void Program::End(int signal) {
 }
 
 bool Program::ReadSome() {
-    pollfd wanted{m_voice, POLLIN, 0};
+    pollfd wanted{m_lines, POLLIN, 0};
     std::array<char, 4096> bytes{};
     const int patience = static_cast<int>(std::chrono::milliseconds(kPatience).count());
     if (poll(&wanted, 1, patience) != 1) {
         return false;
     }
-    const ssize_t count = read(m_voice, bytes.data(), bytes.size());
+    const ssize_t count = read(m_lines, bytes.data(), bytes.size());
     if (count <= 0) {
         return false;
     }
@@ -112,7 +112,7 @@ std::string Program::Rest() {
     return std::exchange(m_strUnread, {});
 }
 
-void Program::Say(const std::string& line) const {
+void Program::SendLine(const std::string& line) const {
     const std::string text = line + "\n";
     [[maybe_unused]] const ssize_t written = write(m_input, text.data(), text.size());
 }
@@ -126,9 +126,9 @@ int Program::Finish() {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-std::string Program::Noise() const {
-    std::string text(static_cast<std::size_t>(lseek(m_noise, 0, SEEK_END)), '\0');
-    const ssize_t count = pread(m_noise, text.data(), text.size(), 0);
+std::string Program::StrayOutput() const {
+    std::string text(static_cast<std::size_t>(lseek(m_strayOutput, 0, SEEK_END)), '\0');
+    const ssize_t count = pread(m_strayOutput, text.data(), text.size(), 0);
     text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
     return text;
 }

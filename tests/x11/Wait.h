@@ -5,10 +5,10 @@
 
 namespace veldan {
 
-/// How long a test waits for what must come; far more than a machine under load needs.
+/// How long a test waits for something that must happen; far longer than it takes on a busy machine.
 inline constexpr std::chrono::seconds kPatience{20};
 
-/// Asks again and again until the condition holds; false when it never did.
+/// Checks repeatedly until the condition holds; false if it never does.
 template <class Condition>
 [[nodiscard]] bool WaitUntil(Condition condition) {
     const auto end = std::chrono::steady_clock::now() + kPatience;

@@ -9,7 +9,7 @@ namespace veldan {
 
 namespace {
 
-/// A person's own settings must not change what the programs do.
+/// The user's settings must not change what the programs do.
 Program::Environment On(const std::string& display) {
     return {{"DISPLAY", display}, {"XDG_CONFIG_HOME", "/nonexistent"}};
 }
@@ -33,8 +33,8 @@ XServer::XServer(const XServerOptions& options) {
 
 bool XServer::StartManager() {
     m_manager.emplace(std::vector<std::string>{"openbox", "--sm-disable"}, On(m_name));
-    // It is at work when it has taken a window in hand: it announces itself before, and may let an early wish lie until
-    // the next one comes.
+    // It works once it manages a window. It announces itself earlier, and may leave an early request unhandled until the
+    // next one comes.
     XForeignWindow probe(m_name, {0, 0, 1, 1}, 0, XForeignWindow::Kind::Managed);
     return WaitUntil([&] { return probe.Show(); });
 }

@@ -8,14 +8,14 @@ namespace veldan {
 
 namespace {
 
-/// Something that a host calls, and whether what it set off has come about.
+/// A call that a host makes, and whether it has had its effect.
 struct Call {
     std::string name;
     std::function<void()> act;
     std::function<bool()> isDone = [] { return true; };
 };
 
-/// Makes a call while the pointer's move is on its way to the host, whose own loop must come to hear of both.
+/// Makes a call while a move of the pointer is on its way to the host, whose loop must notice both.
 bool HasCome(HostWindow& host, XHand& hand, const Call& call, bool isInHandler) {
     CatchUp();
     const CPoint target{host.m_ptMouse.x == 10 ? 20 : 10, 20};
@@ -31,11 +31,11 @@ bool HasCome(HostWindow& host, XHand& hand, const Call& call, bool isInHandler) 
     if (LoopUntil([&] { return host.m_ptMouse == target && call.isDone(); })) {
         return true;
     }
-    Tell(call.name + (isInHandler ? " inside" : " outside") + " of a handler was without effect or lost the move");
+    PrintLine(call.name + (isInHandler ? " inside" : " outside") + " of a handler was without effect or lost the move");
     return false;
 }
 
-/// What a host calls of the library and on its own windows.
+/// The functions of the library and the operations on its own windows that a host calls.
 std::vector<Call> AllCalls(const Library& library, HostWindow& host, const std::string& base, XHand& hand) {
     static int turn = 0;
     static int before = 0;

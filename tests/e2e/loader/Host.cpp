@@ -9,8 +9,8 @@ namespace veldan {
 
 namespace {
 
-/// Keeps clear of the standard streams, which are to stay silent.
-constexpr int kVoice = 3;
+/// Not one of the standard streams, on which nothing must be written.
+constexpr int kLinesDescriptor = 3;
 
 }  // namespace
 
@@ -68,7 +68,7 @@ bool Pick(const Library& library, HostWindow& host, const std::string& base, int
 }
 
 bool LoopUntil(const std::function<bool()>& condition) {
-    // Shorter than the test's own, so that the test hears of the fault.
+    // Shorter than the test's own, so that the test is told of the fault.
     constexpr std::chrono::milliseconds kLoopPatience = kPatience / 2;
     const auto end = std::chrono::steady_clock::now() + kLoopPatience;
     while (!condition()) {
@@ -94,12 +94,12 @@ bool IsAwake() {
     return poll(&descriptor, 1, 0) != 0;
 }
 
-void Tell(const std::string& line) {
+void PrintLine(const std::string& line) {
     const std::string text = line + "\n";
-    [[maybe_unused]] const ssize_t written = write(kVoice, text.data(), text.size());
+    [[maybe_unused]] const ssize_t written = write(kLinesDescriptor, text.data(), text.size());
 }
 
-void Listen() {
+void WaitForLine() {
     char character = 0;
     while (read(STDIN_FILENO, &character, 1) == 1 && character != '\n') {
     }

@@ -9,7 +9,7 @@
 
 namespace veldan {
 
-/// The host's window. It writes down what comes to it.
+/// The host's window, which records what it receives.
 class HostWindow : public CWnd {
 public:
     static constexpr UINT kMsgPicked = WM_USER + 100;
@@ -28,31 +28,31 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
-/// Where the menu is shown; its groups and rows are out of the host's way.
+/// Where the menu is shown, beside the host's window.
 inline constexpr CPoint kMenuPlace{400, 50};
 
-/// The menu's window, found as the highest that isn't the host's; null for none.
+/// The menu's window: the topmost one that isn't the host's. Null if there is none.
 [[nodiscard]] HWND FindMenu(const HostWindow& host);
 
-/// Makes the menu and picks a row of the second group; whether the host heard of it.
+/// Makes the menu and picks a row of the second group; returns whether the host was notified.
 [[nodiscard]] bool Pick(const Library& library, HostWindow& host, const std::string& base, int row);
 
-/// The host's loop, with nothing but `poll` and Dispatch: true once the condition holds, false where the descriptor
-/// stays quiet before.
+/// The host's loop, which uses nothing but `poll` and Dispatch: true once the condition holds, false if the descriptor
+/// isn't readable before that.
 [[nodiscard]] bool LoopUntil(const std::function<bool()>& condition);
 
-/// Goes round the loop until nothing is left to do and nothing is on its way.
+/// Runs the loop until there is nothing left to do and no event on its way.
 void CatchUp();
 
 /// Whether the descriptor is readable now.
 [[nodiscard]] bool IsAwake();
 
-/// Tells the test a line.
-void Tell(const std::string& line);
-/// Waits for the test's word.
-void Listen();
+/// Sends the test a line.
+void PrintLine(const std::string& line);
+/// Waits for a line from the test.
+void WaitForLine();
 
-// What the program can be asked for; each gives the exit status.
+// What the program can be asked to do; each function returns the exit status.
 
 int PlayRounds(const std::string& library, const std::string& base, int rounds);
 int PlayCalls(const std::string& library, const std::string& base);

@@ -8,7 +8,7 @@
 
 namespace veldan {
 
-/// The product's library, loaded for as long as the object lives, and its four calls.
+/// The library with its four functions, loaded for the life of the object.
 class Library {
 public:
     explicit Library(const std::string& path) : m_module(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {

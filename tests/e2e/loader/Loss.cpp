@@ -17,7 +17,7 @@ void MakeAllCalls(const Library& library, HostWindow& host, const std::string& b
 
 }  // namespace
 
-/// The server dies under the shown menu. `noticed`: the host's loop comes round before the host calls again.
+/// The server dies while the menu is shown. `noticed`: the host's loop runs once before the host makes another call.
 int PlayLoss(const std::string& path, const std::string& base, bool noticed) {
     const Library library(path);
     HostWindow host;
@@ -28,16 +28,16 @@ int PlayLoss(const std::string& path, const std::string& base, bool noticed) {
     library.Show(&host, kMenuPlace.x, kMenuPlace.y, HostWindow::kMsgPicked);
     CatchUp();
     const HWND menu = FindMenu(host);
-    Tell(Desktop::Get().IsVisible(menu) ? "shown" : "hidden");
-    Listen();
+    PrintLine(Desktop::Get().IsVisible(menu) ? "shown" : "hidden");
+    WaitForLine();
     if (noticed) {
         const bool isHidden = LoopUntil([&] { return !Desktop::Get().IsVisible(menu) && !host.IsWindowVisible(); });
-        Tell(isHidden ? "hidden" : "still shown");
-        Tell(IsAwake() ? "spins" : "quiet");
+        PrintLine(isHidden ? "hidden" : "still shown");
+        PrintLine(IsAwake() ? "spins" : "quiet");
     }
     MakeAllCalls(library, host, base);
     Desktop::Get().Dispatch();
-    Tell(IsAwake() ? "spins" : "quiet");
+    PrintLine(IsAwake() ? "spins" : "quiet");
     return 0;
 }
 

@@ -42,7 +42,7 @@ std::string CreationMask() {
     return std::to_string(mask);
 }
 
-/// What a library must leave as its host has set it, by its name.
+/// What a library must not change about its host, by name.
 std::map<std::string, std::string> StateOfProcess() {
     return {{"locale", std::setlocale(LC_ALL, nullptr)},
             {"signals", Signals()},
@@ -61,15 +61,15 @@ int PlayOnce(const std::string& path, const std::string& base) {
         if (!library.IsLoaded() || !host.Create()) {
             return 2;
         }
-        Tell(std::string(Desktop::Get().GetDisplay().Name()));
-        Tell(Pick(library, host, base, 0) ? host.m_strPicked : "nothing picked");
+        PrintLine(std::string(Desktop::Get().GetDisplay().Name()));
+        PrintLine(Pick(library, host, base, 0) ? host.m_strPicked : "nothing picked");
         library.Release();
     }
     std::string changed = "changed:";
     for (const auto& [name, value] : StateOfProcess()) {
         changed += value != before.at(name) ? " " + name : "";
     }
-    Tell(changed);
+    PrintLine(changed);
     return 0;
 }
 

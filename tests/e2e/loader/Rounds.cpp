@@ -20,7 +20,7 @@ std::string Maps() {
     return {std::istreambuf_iterator<char>(maps), std::istreambuf_iterator<char>()};
 }
 
-/// Memory of the process's own, in KiB. Pages of files don't count: whether another process maps them too is chance.
+/// The process's own memory in KiB, without pages of files, which other processes may happen to map too.
 long PrivateMemory() {
     std::ifstream rollup("/proc/self/smaps_rollup");
     long sum = 0;
@@ -42,7 +42,7 @@ std::string Measures() {
            " windows=" + std::to_string(Desktop::Get().WindowCount());
 }
 
-/// From the library's loading to its unloading; whether the pick came.
+/// From loading the library to unloading it; returns whether the pick came.
 bool PlayRound(HostWindow& host, const std::string& path, const std::string& base, int round) {
     const Library library(path);
     if (!library.IsLoaded()) {
@@ -67,10 +67,10 @@ int PlayRounds(const std::string& library, const std::string& base, int rounds) 
         }
         if (round == kWarm || round == rounds) {
             CatchUp();
-            Tell(Measures());
+            PrintLine(Measures());
             const std::string maps = Maps();
-            Tell(std::to_string(std::ranges::count(maps, '\n')) + " " + std::to_string(PrivateMemory()));
-            Listen();
+            PrintLine(std::to_string(std::ranges::count(maps, '\n')) + " " + std::to_string(PrivateMemory()));
+            WaitForLine();
         }
     }
     return 0;
