@@ -25,7 +25,7 @@ struct Canvas {
     CDC dc;
 };
 
-/// A different text each time, since the last one of a font stays laid out.
+/// A different text each time, because the layout of the last text of a font is kept.
 CString Different(const char* text) {
     static int number = 0;
     return text + std::to_string(++number);
@@ -105,7 +105,7 @@ void WrappedText(benchmark::State& state) {
 }
 BENCHMARK(WrappedText);
 
-/// All that a row of the menu needs when it is seen for the first time.
+/// Everything that is done for a row of the menu when it is seen for the first time.
 void ComposingARow(benchmark::State& state) {
     const auto icon = MakeIcon();
     for (auto _ : state) {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-/// Resident memory of this process in KiB, 0 if it can't be told.
+/// Resident memory of this process in KiB, 0 if it is unknown.
 [[nodiscard]] inline long ResidentKb() {
     long kilobytes = 0;
     if (std::FILE* file = std::fopen("/proc/self/smaps_rollup", "r")) {

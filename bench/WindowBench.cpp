@@ -75,7 +75,7 @@ void PostedMessageThroughAHandler(benchmark::State& state) {
 }
 BENCHMARK(PostedMessageThroughAHandler);
 
-/// The time a window of making so many and destroying them again; the same for any number.
+/// The time per window to make a number of windows and destroy them again; the same for any number.
 void CreateAndDestroy(benchmark::State& state) {
     World world;
     const auto count = static_cast<std::size_t>(state.range(0));
@@ -88,7 +88,7 @@ void CreateAndDestroy(benchmark::State& state) {
 }
 BENCHMARK(CreateAndDestroy)->Arg(100)->Arg(10'000);
 
-/// The lowest of so many visible siblings.
+/// The lowest of a number of visible siblings.
 void WindowAtAPoint(benchmark::State& state) {
     World world;
     const auto children = world.MakeChildren(static_cast<std::size_t>(state.range(0)));

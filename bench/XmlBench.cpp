@@ -1,6 +1,6 @@
-// Reading, writing and saving a profile of 4 KB, each beside what it is to be compared with: the parser alone, and a
-// bare write and rename. Nothing is synced in either. Then files that nobody should write, each read or refused by a
-// process of its own: the processor time of that, and the memory that it took beyond one that reads nothing.
+// Reading, writing and saving a profile of 4 KB, each compared with the least that it could take: the parser alone, and
+// a bare write and rename. Nothing is synced in either. Then hostile files, each read or refused by a process of its
+// own: the processor time that this takes, and the memory in addition to that of a process that reads nothing.
 
 #include "platform/core/FileCalls.h"
 #include "storage/XmlDocument.h"
@@ -65,7 +65,7 @@ void Write(benchmark::State& state) {
 }
 BENCHMARK(Write);
 
-/// A folder that goes at the end, on the disk or wherever TMPDIR leads.
+/// A temporary folder, in TMPDIR if that is set, which the destructor removes.
 class Folder {
 public:
     Folder() : m_path(mkdtemp(m_strTemplate.data())) {}
@@ -79,7 +79,7 @@ private:
     std::filesystem::path m_path;
 };
 
-/// Saves by turns two documents that differ in one letter, so that each save has something to do.
+/// Saves two documents alternately that differ in one letter, so that each save has something to do.
 void Save(benchmark::State& state) {
     FileCalls calls = SystemFileCalls();
     calls.fsync = [](int) { return 0; };
@@ -131,7 +131,7 @@ CString Attributes(int from, int to) {
     return tag;
 }
 
-/// Filled up to the largest size that is read.
+/// Padded to the largest size that is read.
 void Fill(const CString& path, const CString& begin, const CString& text, const CString& end) {
     Put(path, begin + Repeat(kMost - begin.size() - end.size() - text.size(), text) + end);
 }
@@ -180,7 +180,7 @@ double ProcessorSeconds() {
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
 }
 
-/// The most memory in KiB that a process takes which loads the file.
+/// The peak memory in KiB of a process that loads the file.
 long LoadApart(const CString& path, Outcome& outcome) {
     const pid_t child = fork();
     if (child == 0) {

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Makes a tree of profiles to measure with:  bench/make_tree.py DIR --groups 18 --profiles 2800 --seed 1
 
-The profiles are spread evenly over the groups, each with texts and an icon of its own. The groups `Recent` and
-`UserDefine` stand around them, empty. The same arguments give the same tree. DIR must not hold a tree yet.
+The profiles are spread evenly over the groups, each with texts and an icon of its own. The groups `Recent`, at the
+start, and `UserDefine`, at the end, are empty. The same arguments give the same tree. DIR must not contain a tree yet.
 
-With --icons the profiles and groups share one icon that is as hard on a reader as its file may be: `endless`, whose
-data go on after its rows; `large`, of more pixels than an icon may have; `blocks`, whose data are in tens of thousands
-of blocks; `deep`, the costliest that is shown: 64 Ki pixels of noise, 16 bits a channel, interlaced.
+With --icons the profiles and groups share one icon that takes its reader as long as possible: `endless` has data after
+its rows; `large` has more pixels than an icon may have; `blocks` has its data in tens of thousands of blocks; `deep` is
+the slowest one that is shown, 64 Ki pixels of noise with 16 bits per channel, interlaced.
 """
 
 import argparse

@@ -1,5 +1,5 @@
-// What a person waits for, measured on the display that the environment names: prints one line of JSON. Each time ends
-// when the server has answered that everything is on the screen.
+// What users wait for, measured on the display that the environment names. Prints one line of JSON. Each measurement
+// ends when the server has confirmed that everything is on the screen.
 
 #include "ProcessMemory.h"
 #include "Tree.h"
@@ -52,7 +52,7 @@ void FinishOnScreen() {
     Desktop::Get().GetDisplay().Sync();
 }
 
-/// Lets whatever trails behind a step come to rest before the next one is timed.
+/// Waits until the effects of a step have ended, before the next one is timed.
 void Settle(int milliseconds) {
     const double end = NowMs() + milliseconds;
     while (NowMs() < end) {
@@ -97,7 +97,7 @@ HWND FindMenu() {
     return found != desktop.TopLevels().end() ? *found : HWND();
 }
 
-/// The measurements of one run, and how each is taken.
+/// The measurements of one run.
 class Scenario {
 public:
     Scenario(const Tree& tree, Host& host) : m_tree(tree), m_host(host), m_menu(FindMenu()) {}
@@ -135,15 +135,15 @@ public:
         }
         FinishOnScreen();
     }
-    /// A click on the fourth row of the first filled group, until the host has the path, the recent profiles are
-    /// brought up to date and the menu is gone.
+    /// From a click on the fourth row of the first filled group until the host has the path, the recent profiles are
+    /// updated and the menu is hidden.
     double PickAndUpdate() {
         OpenFirstFilled();
         const double time = Timed([this] { Click(); });
         Settle(50);
         return time;
     }
-    /// The same without the update: until the host has the path, and how long the menu takes to go.
+    /// The same without the update: the time until the host has the path, plus the time to hide the menu.
     double Pick() {
         OpenFirstFilled();
         const double begin = NowMs();
@@ -161,7 +161,7 @@ public:
     }
 
 private:
-    /// Comes from the last group, as OpenAll leaves the menu, so that the rows are new on the screen.
+    /// The last group is open before, as OpenAll leaves the menu, so that the rows are new on the screen.
     void OpenFirstFilled() {
         const auto filled = std::ranges::find_if(m_tree.rows, [](std::size_t rows) { return rows != 0; });
         const auto first = static_cast<std::size_t>(filled - m_tree.rows.begin());

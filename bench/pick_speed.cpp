@@ -1,6 +1,6 @@
-// How long a pick takes until the list of recent profiles stands on the disk, through twelve profiles again and again:
-// the last picks against the first ones, and both against bare synced writes on the same disk in the same run. Prints
-// one line of JSON. The number of picks may be given.
+// How long a pick takes until the list of recent profiles is on disk, with twelve profiles picked in turn: compares the
+// last picks with the first ones, and both with bare synced writes on the same disk in the same run. Prints one line of
+// JSON. The number of picks can be given as an argument.
 
 #include "menu/DlgCustomMenu.h"
 #include "platform/core/Clock.h"
@@ -58,7 +58,7 @@ void MakeTree(const std::filesystem::path& base) {
     WriteFile(base / "Profiles/Recent/order.ini", "[Order]\r\nNum=0\r\n");
 }
 
-/// A file of a profile's size written anew and synced, and no more.
+/// Just writes and syncs a file of a profile's size.
 double BareWriteMs(const std::filesystem::path& path) {
     const std::string bytes(1000, 'x');
     const Clock::time_point begin = Clock::now();

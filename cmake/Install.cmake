@@ -22,7 +22,7 @@ write_basic_package_version_file(veldanConfigVersion.cmake COMPATIBILITY SameMin
 install(FILES ${PROJECT_BINARY_DIR}/veldanConfig.cmake ${PROJECT_BINARY_DIR}/veldanConfigVersion.cmake
         DESTINATION ${package_dir})
 
-# From the folder of the .pc files to the prefix, so that an installed tree may be moved.
+# The path from the folder of the .pc files to the prefix, so that an installed tree can be moved.
 file(RELATIVE_PATH pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 foreach(library veldan veldan-platform)
   configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)

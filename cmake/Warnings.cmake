@@ -7,11 +7,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Unique symbols would keep a library in memory after dlclose.
   target_compile_options(veldan_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
 elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # A header of xcb names a field after a keyword; where it is included a macro renames the field.
+  # A header of xcb has a field that is named like a keyword; the file that includes it renames the field by a macro.
   target_compile_options(veldan_options INTERFACE -Wno-keyword-macro)
 endif()
-# Link options of the shared libraries: nothing is left undefined, nothing unused is loaded. Clang leaves the sanitizers'
-# functions to the program, so its libraries can't be complete.
+# Link options of the shared libraries: no undefined symbols, no unused dependencies. Clang links the sanitizers'
+# functions into the program only, so its libraries always have undefined symbols.
 set(VELDAN_LINK_OPTIONS -Wl,--as-needed)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   list(APPEND VELDAN_LINK_OPTIONS -Wl,-z,defs)

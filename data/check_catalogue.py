@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Proves that the sample catalogue is whole: what an index names exists and has the right form.
+"""Checks that the sample catalogue is complete: what an index names exists and has the right form.
 
-Prints one line for every fault and ends with status 1 if there was any.
+Prints one line for each fault and exits with status 1 if there is any.
 """
 
 import re
@@ -14,7 +14,7 @@ from make_profiles import PROFILES, catalogue_files
 
 MARK = b"\xef\xbb\xbf"
 GROUP_COUNT = 20
-# What a row has room for in its fonts: the widest texts stay within it whatever their letters are.
+# The number of characters that fit a row in its fonts, whatever the letters are.
 LONGEST_GROUP, LONGEST_NAME, LONGEST_COMMENT = 15, 32, 45
 
 IDENTITY = ("GroupID", "GroupName", "ProfileID", "ProfileName", "ProfileComment", "FormatExt", "IsSysProfile")
@@ -59,7 +59,7 @@ def check_picture(path, width, height):
 
 
 def check_line_form(path, text):
-    """The names are shown as they stand in the file, so they must be on a line each and need no escapes."""
+    """The names are shown as they are in the file, so each must be on a line of its own and need no escapes."""
     for element, longest in (("ProfileName", LONGEST_NAME), ("ProfileComment", LONGEST_COMMENT)):
         values = re.findall(rf'^ *<{element} value="([^"]*)"/>\r$', text, re.MULTILINE)
         if len(values) != 1 or not values[0].strip():

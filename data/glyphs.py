@@ -1,7 +1,7 @@
 """The signs on the icons, each drawn twice: for a group on 16 by 16 pixels, for a profile on 23 by 17.
 
-A glyph is drawn with `Pen` from shapes whose straight edges lie on whole pixels. Two colours: the ink carries the
-shape, the accent its telling detail. What is cut out shows whatever lies under the icon.
+A glyph is drawn with `Pen` from shapes whose straight edges are on whole pixels. It has two colours: the ink for the
+shape and the accent for its characteristic detail. What is cut out shows the background of the icon.
 """
 
 import math
@@ -40,7 +40,7 @@ class Pen:
         self._paint(colour)
 
     def frame(self, colour, x, y, w, h, r=0.0, line=1.0):
-        """The rim of a rectangle, `line` wide and inside of it."""
+        """The outline of a rectangle, `line` wide and inside it."""
         self._round_path(x, y, w, h, r)
         self.context.set_fill_rule(cairo.FILL_RULE_EVEN_ODD)
         self._round_path(x + line, y + line, w - 2 * line, h - 2 * line, max(0.0, r - line))
@@ -124,7 +124,7 @@ class Pen:
         self.polygon(colour, *corners)
 
     def bits(self, colour, x, y, *rows):
-        """Single pixels, a row of text each, set where a `#` stands."""
+        """Single pixels, given as rows of text in which `#` is a set pixel."""
         for dy, row in enumerate(rows):
             for dx, cell in enumerate(row):
                 if cell == "#":
@@ -181,7 +181,7 @@ def frames(p, big):
 
 
 def globe(p, big):
-    # The centre stands in the middle of a pixel, so that the equator is one row and the axis one column.
+    # The centre is in the middle of a pixel, so that the equator is one row and the axis one column.
     x, y, r = (11.5, 8.5, 8.5) if big else (7.5, 7.5, 7)
     p.box(p.accent, x - r + 1, y - 0.5, 2 * r - 2, 1)
     p.box(p.accent, x - 0.5, y - r + 1, 1, 2 * r - 2)

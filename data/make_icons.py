@@ -48,7 +48,7 @@ def png(image):
 
 
 def glyph(name, accent, big):
-    """A glyph on a picture of its own, so that what it cuts out is transparent there."""
+    """A glyph on a picture of its own, in which what it cuts out is transparent."""
     image, context = surface(23, 17) if big else surface(16, 16)
     getattr(glyphs, name)(glyphs.Pen(context, INK, ACCENTS[accent]), big)
     return image
@@ -93,7 +93,7 @@ def strip(up):
 
 
 def add_icon():
-    """The icon of the row that adds a profile: the library carries it, for it belongs to no catalogue."""
+    """The icon of the row that adds a profile, which is part of the library rather than of a catalogue."""
     return profile_icon("plus", "amber", "ADD")
 
 

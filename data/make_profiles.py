@@ -10,7 +10,8 @@ from catalogue import GROUPS
 PROFILES = Path(__file__).resolve().parent / "Profiles"
 EOL = "\r\n"
 
-# What a container can carry, by the file ending of the output. The editor offers these beside the profile's own codec.
+# The codecs that a container supports, by the file extension of the output. The editor offers them beside the codec of
+# the profile.
 VIDEO_CODECS = {
     "mp4": ("H.264", "H.265", "AV1", "MPEG-4"),
     "mkv": ("H.264", "H.265", "AV1", "VP9", "MPEG-4", "FFV1"),
@@ -57,7 +58,7 @@ VIDEO_BITRATES = (64, 128, 192, 256, 300, 350, 384, 500, 512, 600, 700, 750, 768
                   60000, 80000)
 # Codecs and formats whose bit rate is part of their definition.
 FIXED_BITRATE = ("ProRes", "DNxHD", "DV", "MPEG-1", "FFV1", "GIF")
-# The most that a format's standard allows, where that is less than the list above.
+# The highest bit rate that a format's standard allows, where that is less than the list above.
 BITRATE_LIMITS = {"vob": 9000, "mpg": 2500, "3gp": 500, "m2ts": 40000, "mts": 18000}
 CODEC_BITRATE_LIMITS = {("ts", "MPEG-2"): 19000, ("mxf", "MPEG-2"): 50000, ("m2ts", "H.265"): 80000}
 
@@ -147,7 +148,7 @@ def sizes(video, ext):
         return ["Original", *SIZES]
     width, height = pixels(video.size)
     family = SIZES_PORTRAIT if width < height else SIZES_4_3 if width * 3 <= height * 4 else SIZES
-    # A profile made for a screen offers what the screen can show, so nothing larger than its own picture.
+    # A profile for a screen offers what that screen can show, so no size larger than its own.
     smaller = [size for size in family if pixels(size)[0] <= width]
     return ["Original", *with_current(smaller, video.size, key=lambda size: -pixels(size)[0])]
 
@@ -186,7 +187,7 @@ def audio_choices(audio, ext):
     if audio.codec == "HE-AAC v2" or (audio.codec == "PCM" and ext in ("dv", "mxf")):
         channels = ["Stereo"]
     if audio.codec == "PCM" or ext == "mpg":
-        # The bit rate follows from the sample rate and the channels, or from the disc's standard, so all stand fast.
+        # The bit rate follows from the sample rate and the channels, or from the disc's standard, so all are fixed.
         bitrates, rates, channels = [audio.bitrate], [audio.sample_rate], [audio.channels]
     return [(codecs, audio.codec), (bitrates, audio.bitrate), (rates, audio.sample_rate),
             (channels, audio.channels), (VOLUMES, "100%")]

@@ -27,7 +27,7 @@ constexpr CPoint MiddleOfRow(int row) {
     return {400, 42 + 50 * row};
 }
 
-/// A hand that moves in real time, and a camera.
+/// Acts on the display in real time, and takes pictures of it.
 class Player {
 public:
     explicit Player(std::string folder)

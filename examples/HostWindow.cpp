@@ -28,7 +28,7 @@ constexpr CRect kTile{kMargin, 132, 68, 176};
 constexpr float kLargestIcon = 36;
 constexpr int kTextLeft = 80;
 
-/// A press that takes the focus from the menu closes it a moment before the button gets to know of the press.
+/// A press that takes the focus from the menu closes it shortly before the button receives the press.
 constexpr std::int64_t kSamePress = 250;  // milliseconds
 
 void Print(const char* word, const CString& text) {
@@ -42,7 +42,7 @@ void DrawLine(CDC& dc, const CString& text, CRect rect, CFont& font, COLORREF co
     dc.DrawText(text, rect, DT_LEFT | DT_SINGLELINE | DT_VCENTER);
 }
 
-/// Draws an icon in the middle of a box, on the menu's colour, for which it was made. It shrinks if it doesn't fit.
+/// Draws an icon in the middle of a box of the menu's colour, for which icons are made. Large icons are scaled down.
 void DrawIcon(CDC& dc, Image& icon, const CRect& box) {
     const auto width = static_cast<float>(icon.GetWidth());
     const auto height = static_cast<float>(icon.GetHeight());
@@ -118,7 +118,7 @@ void HostWindow::OnSize(UINT /*type*/, int /*width*/, int /*height*/) {
     Invalidate();
 }
 
-/// The focus comes back from a menu that has closed.
+/// The window also gets the focus when the menu closes.
 void HostWindow::OnSetFocus(CWnd* /*pOther*/) {
     if (m_bMenuWasOpen && !IsMenuVisible()) {
         m_bMenuWasOpen = false;
@@ -127,7 +127,7 @@ void HostWindow::OnSetFocus(CWnd* /*pOther*/) {
     Default();
 }
 
-/// Looks at the button's input before the button does.
+/// Sees the button's input before the button does.
 bool HostWindow::PreTranslateMessage(MSG& message) {
     if (message.hwnd == m_button.GetSafeHwnd()) {
         switch (message.message) {

@@ -7,19 +7,19 @@
 
 #include <cstdint>
 
-/// A small host: a window with a button that opens the profile menu below it, and the profile that was picked last.
-/// Prints what happens to the standard output.
+/// A small host: a window with a button that opens the profile menu, and below it the profile that was picked last. It
+/// prints what happens to the standard output.
 class HostWindow : public veldan::CWnd {
 public:
-    /// The number that this host chose for the pick.
+    /// The message number that this host chose for picks.
     static constexpr veldan::UINT kMsgPicked = veldan::WM_USER + 100;
 
     bool Create(const veldan::CRect& rect);
     void ShowMenu(veldan::CPoint screen);
     void SetExitAfterPick(bool exit) { m_bExitAfterPick = exit; }
-    /// The person has closed the window, or picked a profile where the first pick is the end.
+    /// Whether the user has closed the window, or picked a profile when that is to end the host.
     [[nodiscard]] bool IsDone() const { return m_bDone; }
-    /// On the screen.
+    /// The button's place on the screen.
     [[nodiscard]] veldan::CRect ButtonRect() const { return m_button.GetWindowRect(); }
 
 protected:
@@ -41,7 +41,7 @@ private:
     bool m_bExitAfterPick = false;
     bool m_bDone = false;
 
-    // A press on the button closes an open menu, and must not open it again.
+    // A press on the button closes the open menu, and must not open it again.
     bool m_bMenuWasOpen = false;  // when it was last looked at
     std::int64_t m_nMenuClosedAt = 0;
     bool m_bPressClosesMenu = false;

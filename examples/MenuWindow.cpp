@@ -22,8 +22,8 @@ const CWnd* FindMenu() {
     return nullptr;
 }
 
-/// The start of a piece of this length that begins at `wish` or as near to it as the room allows. What is longer than
-/// the room begins where the room does.
+/// The start of an interval of this length, as near to `wish` as possible and between `from` and `to`. If it is too
+/// long for that, it starts at `from`.
 int ShiftInto(int from, int to, int wish, int length) {
     return std::max(from, std::min(wish, to - length));
 }

@@ -6,9 +6,9 @@
 
 [[nodiscard]] bool IsMenuVisible();
 
-/// Empty where there is no menu.
+/// Empty if there is no menu.
 [[nodiscard]] veldan::CSize MenuSize();
 
-/// Where the menu goes that a button opens: below it, above it where there isn't enough room, and in any case on the
-/// screen as far as it fits.
+/// The place for a menu that a button opens: below the button, or above it if there isn't enough room, and as far as
+/// possible on the screen.
 [[nodiscard]] veldan::CPoint MenuPlaceBeside(const veldan::CRect& button);

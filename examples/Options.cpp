@@ -32,7 +32,7 @@ const char* const kHelp =
 
 namespace {
 
-/// An option that takes a value: false if the value makes no sense.
+/// An option that takes a value. `read` returns false if the value is wrong.
 struct ValueOption {
     std::string_view name;
     bool (*read)(const char* value, Options& options);
@@ -105,7 +105,7 @@ constexpr std::array kFlags{
     Flag{"--version", &Options::version},
 };
 
-/// What is wrong with the next option; empty if nothing is. Moves on to the last argument that belongs to it.
+/// Reads the option at `at` and moves `at` to its last argument. Returns what is wrong with it, or an empty text.
 std::string ReadNext(char** argv, int argc, int& at, Options& options) {
     const std::string_view argument = argv[at];
     for (const Flag& flag : kFlags) {

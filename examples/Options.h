@@ -7,7 +7,7 @@
 
 /// What the command line asks for. Paths are absolute.
 struct Options {
-    std::string base;  ///< The folder that holds `Profiles`; empty: the person's own copy of the samples.
+    std::string base;  ///< The folder that holds `Profiles`; empty: the user's own copy of the samples.
     std::optional<veldan::CPoint> show;  ///< Open the menu there at once, in pixels of the screen.
     veldan::CRect window{200, 150, 620, 350};
     bool exitAfterPick = false;
@@ -20,6 +20,6 @@ struct Options {
 /// What --help prints.
 extern const char* const kHelp;
 
-/// Reads the command line and checks the folders that it names. Every fault is written to the standard error output, a
-/// line each; nothing is returned then.
+/// Reads the command line and checks the folders that it names. Prints every mistake to the standard error output, a
+/// line each, and then returns nothing.
 std::optional<Options> ReadOptions(int argc, char** argv);

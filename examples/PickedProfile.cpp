@@ -34,7 +34,7 @@ void TakeValue(std::string_view line, std::string_view start, CString& value) {
     }
 }
 
-/// The index has a line "profile=icon" for each profile. The path may be spelled in another case than the index is.
+/// The index has a line "profile=icon" for each profile, perhaps spelled in another case than the path.
 CString FindIconName(const CString& index, std::string_view profile) {
     CString icon;
     const CString wanted = FoldCase(profile);

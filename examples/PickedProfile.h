@@ -5,12 +5,12 @@
 
 #include <memory>
 
-/// What the menu showed of a profile, read from the files that belong to it.
+/// What the menu shows of a profile, read from its files.
 struct PickedProfile {
-    veldan::CString caption;  ///< The file's name if it says none.
+    veldan::CString caption;  ///< The name of the file if it has no caption.
     veldan::CString comment;
     std::unique_ptr<veldan::Image> icon;  ///< Null if there is none.
 };
 
-/// Reads the profile at a path and the icon that the index of its folder gives it.
+/// Reads the profile at a path, and the icon that the index in its folder names.
 [[nodiscard]] PickedProfile ReadPickedProfile(const veldan::CString& path);

@@ -49,9 +49,9 @@ fs::path ProfilesIn(const fs::path& base) {
     return base / "Profiles";
 }
 
-/// Copies regular files, and those of the folders down to `depth`, as files that the person may write. Links are
-/// followed, so that the copy has nothing in common with the original. What can't be read is left out, as it is from
-/// the menu.
+/// Copies regular files, and those in folders down to `depth`, and makes the copies writable. Links are followed, so
+/// that the copy shares nothing with the original. Files that can't be read are left out, as the menu wouldn't show
+/// them.
 void CopyFolder(const fs::path& source, const fs::path& target, int depth, std::error_code& error) {
     fs::create_directory(target, error);
     std::error_code unreadable;
@@ -87,7 +87,7 @@ std::string SampleBase() {
     if (HasSamples(base)) {
         return base;
     }
-    // Copied aside and then renamed, so that a copy that was interrupted is never taken for a complete one.
+    // The copy is renamed at the end, so that an unfinished one is never taken for a complete one.
     std::error_code error;
     const fs::path unfinished = base / "Profiles.new";
     fs::remove_all(unfinished, error);

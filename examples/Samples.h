@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <string>
 
-/// The folder with the person's own copy of the sample catalogue; the first call makes the copy. Empty, with a message
-/// on the standard error output, if there is none and none can be made.
+/// The folder with the user's own copy of the sample catalogue, which the first call makes. Empty, with a message on
+/// the standard error output, if the copy can't be made.
 std::string SampleBase();
 
-/// A copy of a catalogue in a temporary folder, which goes with the object. The menu may write there.
+/// A copy of a catalogue that the menu may change, in a temporary folder that the destructor removes.
 class TemporaryCatalogue {
 public:
     /// Copies what the menu reads of the catalogue in `base`, or of the samples if that is empty.

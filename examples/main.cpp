@@ -17,7 +17,7 @@ namespace {
 constexpr int kFault = 2;
 constexpr int kNoDisplay = 3;
 
-/// `run` gets the host's window, with the menu made; its result is the program's exit status.
+/// Makes the window and the menu and calls `run` with the window. Returns the exit status, which `run` returns too.
 template <class Run>
 int RunHost(const Options& options, const std::string& base, Run run) {
     veldan::StartMessageSpy(veldan::Desktop::Get());
@@ -26,7 +26,7 @@ int RunHost(const Options& options, const std::string& base, Run run) {
         std::fputs("veldan-host: can't make its window\n", stderr);
         return kFault;
     }
-    // The window is up, so it becomes the menu's owner.
+    // The window is shown before, so that it becomes the menu's owner.
     VELDAN_InitProfileMenus(&host, base.c_str());
     std::puts("ready");
     std::fflush(stdout);
@@ -35,8 +35,8 @@ int RunHost(const Options& options, const std::string& base, Run run) {
     return result;
 }
 
-/// A loop of the host's own. When the display goes away, all windows count as hidden, and nobody can end the host but
-/// the host itself.
+/// The host's own loop. When the display dies, all windows count as hidden; the host then has to end by itself, because
+/// the user can't close its window any more.
 int RunLoop(const HostWindow& host) {
     veldan::Desktop& desktop = veldan::Desktop::Get();
     pollfd descriptor{desktop.Descriptor(), POLLIN, 0};

@@ -6,7 +6,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-/// A document of any bytes takes a value in without losing another one.
+/// Setting a value in a document of any bytes doesn't lose another value.
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t count) {
     static const int s_file = memfd_create("index", 0);
     if (ftruncate(s_file, 0) != 0 || pwrite(s_file, bytes, count, 0) != static_cast<ssize_t>(count)) {

@@ -3,8 +3,8 @@
 
 #include <zlib.h>
 
-/// Any bytes give either a dead image or one of the size that its header told. Check sums are put right before, since
-/// hardly any change would come past them.
+/// Any bytes give either a dead image or one of the size in its header. Checksums are corrected first, because
+/// otherwise they would stop nearly every change.
 extern "C" int LLVMFuzzerTestOneInput(const Bytef* data, std::size_t size) {
     std::string file(data, data + size);
     for (std::size_t chunk = 8, length = 0; chunk + 12 <= size; chunk += 12 + length) {

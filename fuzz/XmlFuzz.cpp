@@ -5,7 +5,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-/// Any bytes give either a document that can be worked on or an empty one with a reason.
+/// Any bytes give either a document that can be edited or an empty one with a reason.
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t count) {
     static const int s_file = memfd_create("profile", 0);
     if (ftruncate(s_file, 0) != 0 || pwrite(s_file, bytes, count, 0) != static_cast<ssize_t>(count)) {

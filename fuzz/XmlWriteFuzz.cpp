@@ -14,7 +14,7 @@ static std::string Dump(const veldan::XmlTree& tree) {
     return text;
 }
 
-/// What the reader accepts is written so that it is accepted again, and gives an equal tree.
+/// What the reader accepts is written in a form that it accepts again and that gives an equal tree.
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t count) {
     veldan::XmlFault fault;
     const auto pTree = veldan::ReadXml({bytes, count}, fault);

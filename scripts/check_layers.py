@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Proves that the includes of the sources point one way, and that foreign headers stay behind the folder that wraps them.
+"""Checks that includes point in one direction, and that only the folder that wraps a library includes its headers.
 
-Prints one line a fault and exits with status 1 if there is any.
+Prints one line for each fault and exits with status 1 if there is any.
 """
 
 import pathlib
@@ -13,7 +13,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 PLATFORM = ["core", "resource", "draw", "display", "window", "widgets", "dialog"]
 BELOW_DIALOG = {f"platform/{name}" for name in PLATFORM[:-1]}
 
-# What each folder of src/ may include, beside itself.
+# What each folder of src/ may include, besides itself.
 MAY_INCLUDE = {
     "platform/core": set(),
     "platform/resource": {"platform/core"},
@@ -38,7 +38,7 @@ MAY_INCLUDE |= {
     "menu": LAYER | {"storage", "resources", "AplCommon", "controls", "dialogs", "editor"},
 }
 
-# The one place that knows every kind of display.
+# The only file that knows every kind of display.
 FACTORY = "src/platform/display/DisplayFactory.cpp"
 
 # Foreign headers and the files that may include them.
@@ -53,7 +53,7 @@ SOURCES = {".h", ".cpp", ".c"}
 
 
 def folder_of(include):
-    """The rule's folder that a file of src/ belongs to, or None for a file that is not of src/."""
+    """The folder of MAY_INCLUDE that a file of src/ belongs to, or None for a file outside src/."""
     parent = pathlib.PurePosixPath(include).parent
     while str(parent) != ".":
         if str(parent) in MAY_INCLUDE:
@@ -63,7 +63,7 @@ def folder_of(include):
 
 
 def is_installed(file):
-    """Whether a host gets to see this header of the layer."""
+    """Whether this header of the layer is installed for hosts."""
     return (
         file.suffix == ".h"
         and file.as_posix().startswith("src/platform/")
@@ -77,22 +77,22 @@ def faults_of_foreign_include(file, include):
         if not re.match(header, include):
             continue
         if not re.match(wrapper, file.as_posix()):
-            yield f"<{include}> belongs to {wrapper} alone"
+            yield f"<{include}> may be included by {wrapper} only"
         elif is_installed(file):
             yield f"<{include}> in a header that hosts see"
 
 
 def faults_of_own_include(file, include):
     if not (ROOT / "src" / include).is_file() and not (ROOT / "include" / include).is_file():
-        yield f'"{include}" is no path from src/ or include/'
+        yield f'"{include}" is not a path from src/ or include/'
         return
     if is_installed(file) and not is_installed(pathlib.PurePosixPath("src") / include):
         yield f'"{include}" is not installed, but this header is'
     source, target = folder_of(file.relative_to("src")), folder_of(include)
     if source is None:
-        yield "lies in a folder that has no rule in scripts/check_layers.py"
+        yield "is in a folder that has no rule in scripts/check_layers.py"
     elif target is None:
-        # The public headers: the product implements them, the layer knows nothing of them.
+        # The public headers, which the product implements and the layer doesn't know.
         if source.startswith("platform/"):
             yield f'"{include}" points up, out of the layer'
     elif target != source and target not in MAY_INCLUDE[source]:

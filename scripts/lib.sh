@@ -1,17 +1,17 @@
 # shellcheck shell=bash
-# What the scripts beside this file share. To be sourced; it leaves the shell in the root of the sources.
+# Functions for the scripts in this folder. Source it; it changes to the root of the source tree.
 
 # The folder that the script was started in.
 readonly start_folder=$PWD
 
 CDPATH='' cd -- "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-# packages_for USE...: names of the packages for these uses, one a line.
+# packages_for USE...: prints the packages for these uses, one per line.
 packages_for() {
     awk -v uses=" $* " '!/^#/ && index(uses, " " $1 " ") { print $2 }' scripts/packages
 }
 
-# missing_packages USE...: those of them that are not installed.
+# missing_packages USE...: prints those that are not installed.
 missing_packages() {
     local package
     for package in $(packages_for "$@"); do
@@ -19,12 +19,12 @@ missing_packages() {
     done
 }
 
-# as_root COMMAND...: runs it as root, through sudo where we aren't; fails where that can't be done.
+# as_root COMMAND...: runs a command as root, through sudo if necessary; fails if that isn't possible.
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
         "$@"
     elif command -v sudo >/dev/null; then
-        # Without a terminal nobody can type a password, so sudo must not wait for one.
+        # Without a terminal nobody can type a password, so sudo must not ask for one.
         if [ -t 0 ]; then sudo "$@"; else sudo -n "$@"; fi
     else
         return 1
@@ -34,7 +34,7 @@ as_root() {
 # ensure_packages USE...: installs what is missing, or says why it can't and ends the script.
 ensure_packages() {
     if ! command -v dpkg-query >/dev/null; then
-        echo "This is no Debian system: what scripts/packages lists is taken to be here." >&2
+        echo "This isn't a Debian system, so the packages listed in scripts/packages are assumed to be installed." >&2
         return
     fi
     local missing
@@ -49,8 +49,8 @@ ensure_packages() {
     install_packages "${missing[@]}" || exit 1
 }
 
-# install_packages NAME...: does that, or says in one line why not. Stale lists and a source that doesn't answer are no
-# reason to give up before apt has tried.
+# install_packages NAME...: installs packages, or says in one line why it can't. If the lists can't be updated, the
+# installation is tried all the same, because it may need no source that failed.
 install_packages() {
     local apt=(env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
     local install=("${apt[@]}" install -y --no-install-recommends "$@")
@@ -62,7 +62,7 @@ install_packages() {
     fi
     as_root "${install[@]}" >/dev/null 2>&1 && return
     if grep -Eq 'resolv|onnect|unreachable|timed out' <<<"$report"; then
-        echo "The packages above can't be installed: there is no network, or the servers in apt's sources don't answer." >&2
+        echo "There is no network, or the servers in apt's sources don't answer, so these can't be installed." >&2
     else
         echo "$report" >&2
         echo "apt-get could not update its lists of packages; it says why above." >&2
@@ -70,7 +70,7 @@ install_packages() {
     return 1
 }
 
-# configure PRESET [OPTION...]: prepares build/PRESET; compilations go through ccache where it is installed.
+# configure PRESET [OPTION...]: configures build/PRESET, with ccache if it is installed.
 configure() {
     local preset=$1 launcher=()
     shift
@@ -78,7 +78,7 @@ configure() {
     cmake --preset "$preset" "${launcher[@]}" "$@"
 }
 
-# build PRESET [TARGET...]: configures and builds; everything where no target is named.
+# build PRESET [TARGET...]: configures and builds these targets, or everything.
 build() {
     local preset=$1
     shift

@@ -14,9 +14,9 @@ enum class StageKind { Memory, X11, X11WithManager };
 
 [[nodiscard]] std::string NameOf(StageKind kind);
 
-/// Where a scenario takes place: a fresh desktop on one of the displays, with the user's hand and eyes. The same scenario
-/// has the same outcome on each. When a gesture returns, the window system has handled what it caused at once; what takes
-/// time, such as a hover or the work of a window manager, is awaited with Eventually.
+/// Where a scenario takes place: a fresh desktop on one of the displays, with the user's hand and eyes. The same
+/// scenario has the same outcome on each. When a gesture returns, the window system has handled what it caused at once;
+/// what takes time, such as a hover or the work of a window manager, is awaited with Eventually.
 class Stage {
 public:
     /// Null if the stage can't be set up, which is an error of the test.

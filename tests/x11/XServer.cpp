@@ -33,8 +33,8 @@ XServer::XServer(const XServerOptions& options) {
 
 bool XServer::StartManager() {
     m_manager.emplace(std::vector<std::string>{"openbox", "--sm-disable"}, On(m_name));
-    // It works once it manages a window. It announces itself earlier, and may leave an early request unhandled until the
-    // next one comes.
+    // It works once it manages a window. It announces itself earlier, and may leave an early request unhandled until
+    // the next one comes.
     XForeignWindow probe(m_name, {0, 0, 1, 1}, 0, XForeignWindow::Kind::Managed);
     return WaitUntil([&] { return probe.Show(); });
 }

@@ -14,8 +14,8 @@ struct XServerOptions {
     std::vector<std::string> arguments{};
 };
 
-/// An X server for one test, without a monitor, 1024 x 768 pixels. It and the programs started on it end with the object
-/// or with the test's process.
+/// An X server for one test, without a monitor, 1024 x 768 pixels. It and the programs started on it end with the
+/// object or with the test's process.
 class XServer {
 public:
     explicit XServer(const XServerOptions& options = {});
