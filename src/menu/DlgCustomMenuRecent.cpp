@@ -44,10 +44,16 @@ WriteRules CDlgCustomMenu::GroupRules() {
     return {.strRoot = ProfilesFolder()};
 }
 
-/// What an operation left that was ended halfway goes with the next one, whichever group that is about.
+/// What an operation left that was ended halfway goes with the next one, whichever group that is about. The index of a
+/// group is read only where a file of such a name lies there.
 void CDlgCustomMenu::SweepGroups() {
-    SweepTemporaries(ProfilesFolder().append(kUserDefineFolder), GroupRules());
-    SweepTemporaries(ProfilesFolder().append(kRecentFolder), GroupRules());
+    for (const std::string_view folder : {kUserDefineFolder, kRecentFolder}) {
+        const CString strIndex = PathIn(ProfilesFolder(), folder, "order.ini");
+        SweepTemporaries(PathIn(ProfilesFolder(), folder, ""), GroupRules(), [&strIndex](std::string_view name) {
+            UserDefineList named;
+            return !named.Load(strIndex) || named.NamesFile(name);
+        });
+    }
 }
 
 bool CDlgCustomMenu::LoadRecentList(const CString& path) {

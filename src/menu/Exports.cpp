@@ -16,7 +16,7 @@ namespace {
 /// The trace goes to the disk when the person who starts the host asks for it.
 void ChooseLogFolder() {
     static std::recursive_mutex mutex;
-    const char* pszFolder = std::getenv("VELDAN_LOG_DIR");
+    const char* pszFolder = secure_getenv("VELDAN_LOG_DIR");
     if (pszFolder && PathExists(pszFolder, true)) {
         SetLogTarget(pszFolder, "veldan.log", "veldan-api.log", &mutex);
     }

@@ -1,6 +1,5 @@
 #include "X11DisplayTest.h"
 
-#include "platform/display/x11/X11PipeGuard.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -56,50 +55,6 @@ TEST_F(LossTest, CallsAfterAnUnnoticedLossDoNoHarm) {
     CallEverything();
     EXPECT_FALSE(m_display->IsAlive());
     EXPECT_TRUE(WaitFor(DisplayEventKind::Lost));
-}
-
-class PipeGuardTest : public testing::Test {
-protected:
-    static void WriteToNobody() {
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        close(ends[0]);
-        EXPECT_EQ(write(ends[1], "", 1), -1);
-        close(ends[1]);
-    }
-
-    static bool IsSignalPending() {
-        sigset_t pending;
-        sigpending(&pending);
-        return sigismember(&pending, SIGPIPE) == 1;
-    }
-};
-
-TEST_F(PipeGuardTest, WriteToNobodyDoesNotReachTheHost) {
-    std::signal(SIGPIPE, SIG_DFL);
-    {
-        const X11PipeGuard guard;
-        { const X11PipeGuard inner; }
-        WriteToNobody();
-        EXPECT_TRUE(IsSignalPending());
-    }
-    EXPECT_FALSE(IsSignalPending());
-    EXPECT_EXIT(WriteToNobody(), testing::KilledBySignal(SIGPIPE), "") << "the host's own setting is back";
-}
-
-TEST_F(PipeGuardTest, SignalThatTheHostHoldsBackIsKept) {
-    sigset_t pipe;
-    sigemptyset(&pipe);
-    sigaddset(&pipe, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
-    std::raise(SIGPIPE);
-    {
-        const X11PipeGuard guard;
-        WriteToNobody();
-    }
-    EXPECT_TRUE(IsSignalPending());
-    const timespec atOnce{};
-    sigtimedwait(&pipe, nullptr, &atOnce);
 }
 
 }  // namespace

@@ -111,8 +111,18 @@ TEST_F(BadTreesTest, FoldersInPlaceOfFilesStayWithAllThatIsInThem) {
     EXPECT_EQ(m_tree.HarmIn("Recent"), "");
 }
 
+TEST_F(BadTreesTest, ProfileThatIsNamedLikeATemporaryFileIsNoTemporaryFile) {
+    const CString strNamed = ".veldan-tmp-7-0123456789abcdef";
+    m_tree.Write("UserDefine/" + strNamed, ListedTree::Content(strNamed));
+    m_tree.Write("UserDefine/order.ini", ListedTree::IndexOf({strNamed}));
+    m_tree.Write("UserDefine/.veldan-tmp-8-0123456789abcdef", "left behind");
+    DoEverything();
+    EXPECT_TRUE(m_tree.Has("UserDefine/" + strNamed));
+    EXPECT_FALSE(m_tree.Has("UserDefine/.veldan-tmp-8-0123456789abcdef"));
+}
+
 TEST_F(BadTreesTest, GroupsThatAreLinksAreReadAndNothingIsWrittenThere) {
-    m_tree.Write("Recent/.veldan-1-0", "somebody's own");
+    m_tree.Write("Recent/.veldan-tmp-1-0123456789abcdef", "somebody's own");
     for (const char* pszGroup : {"Recent", "UserDefine"}) {
         MoveElsewhere(pszGroup);
     }

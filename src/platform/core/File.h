@@ -3,6 +3,7 @@
 #include "platform/core/Text.h"
 
 #include <cstdint>
+#include <functional>
 
 namespace veldan {
 
@@ -65,7 +66,9 @@ VELDAN_PLATFORM_API bool CopyFile(std::string_view source, std::string_view targ
 VELDAN_PLATFORM_API bool DeleteFile(std::string_view path, const WriteRules& rules = {});
 
 /// Removes the temporary files that processes of this library left behind in a folder when they were ended in the
-/// middle of a write; those still being written stay.
-VELDAN_PLATFORM_API void SweepTemporaries(std::string_view folder, const WriteRules& rules = {});
+/// middle of a write; those still being written stay, and those that `isKept` says yes to, which is asked for each
+/// file of such a name.
+VELDAN_PLATFORM_API void SweepTemporaries(std::string_view folder, const WriteRules& rules = {},
+                                          const std::function<bool(std::string_view name)>& isKept = {});
 
 }  // namespace veldan

@@ -4,6 +4,7 @@
 #include "platform/core/FileTarget.h"
 #include "platform/core/Path.h"
 #include "platform/core/PathResolver.h"
+#include "platform/core/SignalGuard.h"
 
 #include <cerrno>
 
@@ -99,6 +100,7 @@ std::optional<std::size_t> FileHandle::ReadAt(std::int64_t offset, std::span<cha
 }
 
 bool FileHandle::Write(std::string_view bytes) const {
+    const SignalGuard guard(SIGXFSZ);
     while (!bytes.empty()) {
         const ssize_t count =
             Uninterrupted([&] { return CurrentFileCalls().write(m_file, bytes.data(), bytes.size()); });

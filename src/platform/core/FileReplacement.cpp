@@ -12,30 +12,39 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/random.h>
 #include <unistd.h>
 
 namespace veldan {
 
 namespace {
 
-constexpr std::string_view kTemporaryPrefix = ".veldan-";
+constexpr std::string_view kTemporaryTag = ".veldan-tmp-";
+constexpr std::size_t kRandomDigits = 16;
 
-/// Short whatever the target is called, since a target's name may have all the bytes that a name can have.
+/// Short whatever the target is called, since a target's name may have all the bytes that a name can have. Nobody gives
+/// a file of their own such a name by accident: the tag, the number of the process, and 64 random bits.
 CString NextTemporaryName() {
-    static std::atomic<unsigned> s_nCounter = 0;
-    return Format(".veldan-%d-%u", static_cast<int>(getpid()), s_nCounter.fetch_add(1));
+    std::uint64_t random = 0;
+    if (getrandom(&random, sizeof random, GRND_NONBLOCK) != sizeof random) {
+        static std::atomic<std::uint64_t> s_nCounter = 0;
+        random = s_nCounter.fetch_add(1);
+    }
+    return Format("%s%d-%016llx", kTemporaryTag.data(), static_cast<int>(getpid()),
+                  static_cast<unsigned long long>(random));
 }
 
 bool IsTemporaryName(std::string_view name) {
-    if (!name.starts_with(kTemporaryPrefix)) {
+    if (!name.starts_with(kTemporaryTag)) {
         return false;
     }
-    name.remove_prefix(kTemporaryPrefix.size());
+    name.remove_prefix(kTemporaryTag.size());
     const std::size_t dash = name.find('-');
-    const auto isNumber = [](std::string_view text) {
-        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-    };
-    return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+    if (dash == 0 || dash == std::string_view::npos || name.size() != dash + 1 + kRandomDigits) {
+        return false;
+    }
+    return name.substr(0, dash).find_first_not_of("0123456789") == std::string_view::npos &&
+           name.substr(dash + 1).find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
 bool IsLinked(int file) {
@@ -176,14 +185,15 @@ bool CopyFile(std::string_view source, std::string_view target, const WriteRules
     return false;
 }
 
-void SweepTemporaries(std::string_view folder, const WriteRules& rules) {
+void SweepTemporaries(std::string_view folder, const WriteRules& rules,
+                      const std::function<bool(std::string_view name)>& isKept) {
     const FileHandle opened = OpenTargetFolder(folder, rules);
     if (!opened.IsOpen()) {
         return;
     }
     const FolderStream pNames = ReadFolder(opened);
     while (const dirent* pEntry = pNames ? readdir(pNames.get()) : nullptr) {
-        if (IsTemporaryName(pEntry->d_name)) {
+        if (IsTemporaryName(pEntry->d_name) && !(isKept && isKept(pEntry->d_name))) {
             RemoveIfAbandoned(opened, pEntry->d_name);
         }
     }

@@ -16,7 +16,7 @@ CString DescribeMessage(const MSG& message, bool sent) {
 
 void StartMessageSpy(Desktop& desktop) {
     static bool started = false;
-    const char* path = std::getenv("VELDAN_SPY");
+    const char* path = secure_getenv("VELDAN_SPY");
     if (started || path == nullptr || *path == '\0') {
         return;
     }

@@ -45,7 +45,7 @@ const FcChar8* AsFcString(const char* text) {
 // complain on the standard error stream.
 ConfigPtr LoadOwnConfig() {
     ConfigPtr config(FcConfigCreate(), &FcConfigDestroy);
-    const char* file = std::getenv("VELDAN_FONT_CONFIG");
+    const char* file = secure_getenv("VELDAN_FONT_CONFIG");
     if (file && *file) {
         FcConfigParseAndLoad(config.get(), AsFcString(file), FcFalse);
     } else if (StringPtr(FcConfigGetFilename(config.get(), nullptr), &FcStrFree)) {
