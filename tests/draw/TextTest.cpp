@@ -131,6 +131,21 @@ TEST_F(Text, StaysInsideOfItsRectangle) {
     EXPECT_EQ(ink.Width(), 25);
 }
 
+TEST_F(Text, LettersWithSeveralAccentsAreTallerThanTheirRectangle) {
+    for (const char* text : {"\u1ea4\u1ed6", "\u1ea4\u0323\u0323"}) {
+        const CRect whole = Draw(text, {10, 0, 290, 100}, DT_SINGLELINE | DT_VCENTER);
+        const CRect line = {10, 43, 290, 57};
+        ASSERT_NE(whole, whole.Intersect(line));
+        EXPECT_EQ(Draw(text, line, DT_SINGLELINE | DT_VCENTER), whole);
+        EXPECT_EQ(Draw(text, line, DT_WORDBREAK), whole);
+        const CRect narrow = {10, 43, 15, 57};
+        EXPECT_EQ(Draw(text, narrow, DT_SINGLELINE | DT_VCENTER).right, narrow.right);
+        const CRect low = {10, 44, 290, 56};
+        const CRect cut = Draw(text, low, DT_SINGLELINE | DT_VCENTER);
+        EXPECT_EQ(cut, cut.Intersect(low)) << "a line that doesn't fit";
+    }
+}
+
 // The letters of plain text are put together by hand; a zero-width space makes any text one for the library.
 TEST_F(Text, DrawsPlainLettersAsItDoesAmongOthers) {
     for (const auto& [height, weight] : {std::pair{14, kFontNormal}, {15, kFontBold}, {-30, kFontNormal}}) {

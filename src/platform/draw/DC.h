@@ -113,9 +113,10 @@ public:
     /// rounds the corners.
     bool RoundRect(const CRect& rect, CSize corner);
 
-    /// Draws text with the selected font, clipped to the rectangle, and returns its height. "&" is an ordinary
-    /// character. Lines end at a line feed unless DT_SINGLELINE, and at the rectangle's right side with DT_WORDBREAK.
-    /// DT_CALCRECT draws nothing and sets right and bottom to what the text needs.
+    /// Draws text with the selected font, clipped to the rectangle, and returns its height. Letters that are taller
+    /// than a line may stand out above and below, where their line stands inside. "&" is an ordinary character. Lines
+    /// end at a line feed unless DT_SINGLELINE, and at the rectangle's right side with DT_WORDBREAK. DT_CALCRECT draws
+    /// nothing and sets right and bottom to what the text needs.
     int DrawText(std::string_view text, CRect& rect, UINT format);
     /// Size of the text on one line in the selected font; the height is that of a line, also for no text.
     [[nodiscard]] CSize GetTextExtent(std::string_view text) const;

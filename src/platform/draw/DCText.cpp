@@ -105,40 +105,43 @@ private:
     void DrawLine(const TextLine& line) {
         const int x = m_area.left + (m_format & DT_CENTER ? (m_area.Width() - line.width) / 2 : 0);
         const CRect cell = CRect::FromSize({x, m_y}, {line.width, m_font.LineHeight()});
+        const CRect room = RoomOf(cell);
         if (m_context.backgroundMode == OPAQUE) {
             m_context.Fill(cell.Intersect(m_area), m_context.backgroundColour);
         }
         const int base = m_y + m_font.Face()->Ascent();
         if (!line.line) {
-            DrawPlain({x, base});
-        } else if (cairo_t* target = Target()) {
-            m_context.Note(FontFace::InkOf(line).Offset({x, base}).Intersect(m_area));
-            FontFace::Draw(target, line, {x, base});
+            DrawPlain({x, base}, room);
+        } else if (const CairoPtr target = BeginText(m_context, room)) {
+            m_context.Note(FontFace::InkOf(line).Offset({x, base}).Intersect(room));
+            FontFace::Draw(target.get(), line, {x, base});
         }
         if (m_font.IsUnderlined()) {
             m_context.Fill(CRect{cell.left, base + 1, cell.right, base + 2}.Intersect(m_area), m_context.textColour);
         }
     }
 
-    void DrawPlain(CPoint at) {
+    // Where the ink of a line may be. Letters with several accents are taller than a line, so one that stands inside of
+    // the rectangle isn't cut above and below.
+    [[nodiscard]] CRect RoomOf(const CRect& cell) const {
+        if (cell.top < m_area.top || cell.bottom > m_area.bottom) {
+            return m_area;
+        }
+        const CRect all = m_context.ClipBounds();
+        return {m_area.left, std::min(all.top, m_area.top), m_area.right, std::max(all.bottom, m_area.bottom)};
+    }
+
+    void DrawPlain(CPoint at, const CRect& room) {
         Surface& surface = *m_context.surface;
         const TextMask mask = m_font.Face()->PlainMask();
         surface.BeginPixels();
-        m_context.ForEachPart(mask.box.Offset(at).Intersect(m_area), [&](const CRect& part) {
+        m_context.ForEachPart(mask.box.Offset(at).Intersect(room), [&](const CRect& part) {
             for (int y = part.top; y < part.bottom; ++y) {
                 BlendMask(surface.Row(y) + part.left, mask.coverage.data() + mask.IndexOf(CPoint{part.left, y} - at),
                           static_cast<std::size_t>(part.Width()), PixelOf(m_context.textColour));
             }
         });
         surface.EndPixels();
-    }
-
-    // Something that the drawing library draws with, made when first needed; null where the clip leaves nothing.
-    cairo_t* Target() {
-        if (!m_target) {
-            m_target = BeginText(m_context, m_area);
-        }
-        return m_target.get();
     }
 
     DeviceContext& m_context;
@@ -149,7 +152,6 @@ private:
     int m_nWidest = 0;
     int m_nHeight = 0;
     bool m_bDraws;
-    CairoPtr m_target;
 };
 
 }  // namespace
