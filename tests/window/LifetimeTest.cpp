@@ -55,11 +55,18 @@ constexpr DialogTemplate kForms[] = {{.id = 900, .size = {0, 0, 100, 100}}};
 
 enum class Victim { Window, Parent };
 
+/// Inside of what the message comes.
+enum class Setting { Plain, ModalLoop, PopupChain, ReflectedNotification };
+
+constexpr const char* kSettings[] = {"", "_InModalLoop", "_InPopupChain", "_InReflection"};
+
 }  // namespace
 
-class LifetimeTest : public DesktopTest, public testing::WithParamInterface<std::tuple<UINT, Victim>> {
+class LifetimeTest : public DesktopTest, public testing::WithParamInterface<std::tuple<UINT, Victim, Setting>> {
 protected:
     LifetimeTest() {
+        MakePopup(*m_far, {0, 500, 400, 900});
+        m_outer->Create("", WS_VISIBLE | BS_OWNERDRAW, {0, 0, 50, 50}, m_far, 8);
         MakePopup(*m_owner, {0, 0, 400, 400});
         // The parent of a top-level window is its owner.
         MakePopup(*m_top, {500, 0, 900, 400}, m_owner);
@@ -85,9 +92,12 @@ protected:
         };
     }
     void Provoke(UINT message);
+    void ProvokeInSetting(UINT message);
 
     static constexpr CPoint kOver{550, 30};
     DialogTemplateTable m_forms{kForms};
+    MortalWnd* m_far = new MortalWnd;
+    MortalButton* m_outer = new MortalButton;
     MortalWnd* m_owner = new MortalWnd;
     MortalWnd* m_top = new MortalWnd;
     MortalWnd* m_plain = new MortalWnd;
@@ -183,9 +193,41 @@ void LifetimeTest::Provoke(UINT message) {
     Person().Settle();
 }
 
+void LifetimeTest::ProvokeInSetting(UINT message) {
+    switch (std::get<2>(GetParam())) {
+        case Setting::Plain:
+            Provoke(message);
+            break;
+        case Setting::ModalLoop: {
+            CDialog dialog(900, m_far);
+            TheDesktop().SetWaitFunction([&] {
+                TheDesktop().SetWaitFunction({});
+                Provoke(message);
+                dialog.EndDialog(5);
+                return true;
+            });
+            EXPECT_EQ(dialog.DoModal(), 5);
+            EXPECT_TRUE(m_far->IsWindowEnabled());
+            break;
+        }
+        case Setting::PopupChain:
+            TheDesktop().OpenPopup(m_top->GetSafeHwnd(), m_owner->GetSafeHwnd());
+            Provoke(message);
+            break;
+        case Setting::ReflectedNotification:
+            m_outer->actAt = OCM_COMMAND;
+            m_outer->action = [&](auto&) { Provoke(message); };
+            m_far->SendMessage(WM_COMMAND, 8, static_cast<LPARAM>(m_outer->GetSafeHwnd().Value()));
+            break;
+    }
+}
+
 TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
     const UINT message = std::get<0>(GetParam());
-    const std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_MEASUREITEM, WM_COMMAND};
+    std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_MEASUREITEM, WM_COMMAND};
+    if (std::get<2>(GetParam()) == Setting::PopupChain) {
+        atTop.insert({WM_KEYDOWN, WM_KEYUP, WM_CHAR});  // they go to the popup
+    }
     const std::set<UINT> atButton{OCM_CTLCOLOR,     OCM_DRAWITEM,     OCM_MEASUREITEM, OCM_COMMAND,
                                   WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK};
     if (atTop.contains(message) || IsCtlColor(message)) {
@@ -195,7 +237,7 @@ TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
     } else {
         Arm(*m_plain);
     }
-    Provoke(message);
+    ProvokeInSetting(message);
     EXPECT_TRUE(m_bActed) << NameOfMessage(message) << " was not provoked";
 }
 
@@ -207,13 +249,18 @@ std::vector<UINT> AllMessageNumbers() {
     return numbers;
 }
 
+std::string NameOf(const testing::TestParamInfo<LifetimeTest::ParamType>& each) {
+    const auto [message, victim, setting] = each.param;
+    return std::string(NameOfMessage(message)) + (victim == Victim::Window ? "_Window" : "_Parent") +
+           kSettings[static_cast<std::size_t>(setting)];
+}
+
 INSTANTIATE_TEST_SUITE_P(EveryMessage, LifetimeTest,
                          testing::Combine(testing::ValuesIn(AllMessageNumbers()),
-                                          testing::Values(Victim::Window, Victim::Parent)),
-                         [](const auto& each) {
-                             return std::string(NameOfMessage(std::get<0>(each.param))) +
-                                    (std::get<1>(each.param) == Victim::Window ? "_Window" : "_Parent");
-                         });
+                                          testing::Values(Victim::Window, Victim::Parent),
+                                          testing::Values(Setting::Plain, Setting::ModalLoop, Setting::PopupChain,
+                                                          Setting::ReflectedNotification)),
+                         NameOf);
 
 using DestructionTest = DesktopTest;
 
