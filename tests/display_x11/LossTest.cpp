@@ -1,6 +1,5 @@
 #include "X11DisplayTest.h"
 
-
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -238,5 +238,35 @@ TEST(TextWithoutFonts, DrawsNothingAndSaysNothing) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
+TEST_F(Text, TabsAreBlanksOrGoOnToStopsOfEightLetters) {
+    const auto width = [&](std::string_view text, UINT format) {
+        CRect rect;
+        canvas.dc.DrawText(text, rect, format | DT_CALCRECT | DT_SINGLELINE);
+        return rect.Width();
+    };
+    EXPECT_EQ(width("a\tb", 0), width("a b", 0));
+    EXPECT_EQ(width("a\tb", DT_EXPANDTABS) - width("b", 0), width("xxxxxxxx", 0));
+    EXPECT_EQ(width("iiii\tb", DT_EXPANDTABS), width("a\tb", DT_EXPANDTABS));
+}
+
+TEST_F(Text, FontGivesBackWhatItWasMadeFrom) {
+    LOGFONT description;
+    description.lfHeight = -14;
+    description.lfWeight = 800;
+    description.lfCharSet = 134;
+    std::string_view("Arial").copy(description.lfFaceName, 31);
+    CFont made;
+    made.CreateFontIndirect(description);
+    EXPECT_EQ(made.GetLogFont().lfCharSet, 134);
+    EXPECT_EQ(made.Face(), CFont(-14, 800, Underline::No, "Arial").Face());
+    made.CreatePointFont(87, "Arial");
+    EXPECT_EQ(made.GetLogFont().lfHeight, -12) << "8.7 points are 11.6 pixels";
+    EXPECT_STREQ(made.GetLogFont().lfFaceName, "Arial");
+    made.CreateFont(10, 400, Underline::No, "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaa\xc3\xa9");
+    EXPECT_STREQ(made.GetLogFont().lfFaceName, "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaa") << "cut at a whole character";
+    made.DeleteObject();
+    EXPECT_EQ(made.GetLogFont().lfHeight, 0);
+}
+
 }  // namespace
 }  // namespace veldan

@@ -20,8 +20,15 @@ class Surface;
 struct DeviceContext;
 using HDC = DeviceContext*;
 
-/// Raster operation of a plain copy.
+/// Raster operations: a plain copy, and source and target combined by "exclusive or" and by "and". The latter two make
+/// opaque pixels.
 inline constexpr UINT SRCCOPY = 0xcc0020;
+inline constexpr UINT SRCINVERT = 0x660046;
+inline constexpr UINT SRCAND = 0x8800c6;
+
+/// How StretchBlt makes pixels: each of the nearest one of the source, or of the average of all that it covers.
+inline constexpr int COLORONCOLOR = 3;
+inline constexpr int HALFTONE = 4;
 
 /// Formats of DrawText. Vertical centring counts for a single line only.
 enum : UINT {
@@ -30,6 +37,7 @@ enum : UINT {
     DT_VCENTER = 0x04,
     DT_WORDBREAK = 0x10,
     DT_SINGLELINE = 0x20,
+    DT_EXPANDTABS = 0x40,
     DT_CALCRECT = 0x400,
 };
 
@@ -96,10 +104,16 @@ public:
     CRect TakeBoundsRect();
 
     /// Copies pixels, alpha included, from another context, or from another place of the same one. Parts for which the
-    /// source has no pixels stay as they are. Only SRCCOPY is known. False when one of the contexts can't take part.
+    /// source has no pixels stay as they are. False when one of the contexts can't take part, and for an operation that
+    /// isn't known. From a monochrome bitmap, black becomes the target's text colour and white its background colour;
+    /// in one, pixels of the source's background colour become white and all others black.
     bool BitBlt(int x, int y, int width, int height, const CDC* pSource, int xSource, int ySource, UINT operation);
+    /// The same from a rectangle of any size, stretched or shrunk as SetStretchBltMode tells. False if one is empty.
+    bool StretchBlt(const CRect& rect, const CDC* pSource, const CRect& source, UINT operation);
+    /// COLORONCOLOR to begin with. Gives the mode that held before.
+    int SetStretchBltMode(int mode);
 
-    void FillRect(const CRect& rect, const CBrush& brush) { FillSolidRect(rect, brush.Colour()); }
+    void FillRect(const CRect& rect, const CBrush& brush);
     /// A frame one pixel wide inside of the rectangle.
     void FrameRect(const CRect& rect, const CBrush& brush);
     void FillSolidRect(const CRect& rect, COLORREF colour);
@@ -112,11 +126,14 @@ public:
     /// Outline by the pen, inside of the rectangle, and inside by the brush. `corner` is the size of the ellipse that
     /// rounds the corners.
     bool RoundRect(const CRect& rect, CSize corner);
+    /// Inverts every second pixel of a frame one pixel wide inside of the rectangle; done twice it leaves no trace.
+    void DrawFocusRect(const CRect& rect);
 
     /// Draws text with the selected font, clipped to the rectangle, and returns its height. Letters that are taller
     /// than a line may stand out above and below, where their line stands inside. "&" is an ordinary character. Lines
-    /// end at a line feed unless DT_SINGLELINE, and at the rectangle's right side with DT_WORDBREAK. DT_CALCRECT draws
-    /// nothing and sets right and bottom to what the text needs.
+    /// end at a line feed unless DT_SINGLELINE, and at the rectangle's right side with DT_WORDBREAK. A tab is a blank,
+    /// or with DT_EXPANDTABS goes on to the next multiple of eight average letters. DT_CALCRECT draws nothing and sets
+    /// right and bottom to what the text needs.
     int DrawText(std::string_view text, CRect& rect, UINT format);
     /// Size of the text on one line in the selected font; the height is that of a line, also for no text.
     [[nodiscard]] CSize GetTextExtent(std::string_view text) const;

@@ -43,6 +43,7 @@ struct DeviceContext {
     COLORREF textColour = RGB(0, 0, 0);
     COLORREF backgroundColour = RGB(255, 255, 255);
     int backgroundMode = 2;
+    int stretchMode = 3;
 
     [[nodiscard]] CPoint ToSurface(CPoint logical) const;
     [[nodiscard]] CRect ToSurface(const CRect& logical) const;

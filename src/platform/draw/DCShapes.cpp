@@ -1,5 +1,6 @@
 #include "platform/draw/DC.h"
 #include "platform/draw/DCInternal.h"
+#include "platform/draw/ShapesInternal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,42 +9,6 @@
 
 namespace veldan {
 namespace {
-
-// Copies a block of pixels to a place on the same or another surface. Both lie inside of their surfaces.
-void CopyBlock(Surface& target, const CRect& area, const Surface& source, CPoint from) {
-    const int height = area.Height();
-    // Within one surface rows are taken in an order in which none is overwritten before it was copied.
-    const bool upwards = &target == &source && area.top > from.y;
-    for (int i = 0; i < height; ++i) {
-        const int row = upwards ? height - 1 - i : i;
-        const std::uint32_t* first = source.Row(from.y + row) + from.x;
-        std::uint32_t* to = target.Row(area.top + row) + area.left;
-        if (to <= first) {
-            std::copy(first, first + area.Width(), to);
-        } else {
-            std::copy_backward(first, first + area.Width(), to + area.Width());
-        }
-    }
-}
-
-// How far a row of a rounded rectangle begins inside of its left side: `distance` rows below the top side, with corners
-// of half the ellipse's size.
-int CornerInset(int distance, double radiusX, double radiusY) {
-    const double fromCentre = radiusY - (distance + 0.5);
-    if (fromCentre <= 0) {
-        return 0;
-    }
-    const double reach = std::sqrt(std::max(0.0, 1 - fromCentre * fromCentre / (radiusY * radiusY)));
-    return static_cast<int>(std::lround(radiusX * (1 - reach)));
-}
-
-void FillRounded(DeviceContext& context, const CRect& rect, double radiusX, double radiusY, COLORREF colour) {
-    const CRect bounds = context.ClipBounds();
-    for (int y = std::max(rect.top, bounds.top); y < std::min(rect.bottom, bounds.bottom); ++y) {
-        const int inset = CornerInset(std::min(y - rect.top, rect.bottom - 1 - y), radiusX, radiusY);
-        context.Fill({rect.left + inset, y, rect.right - inset, y + 1}, colour);
-    }
-}
 
 // Fills the path of a thin line with the pen, which stands out evenly on all sides, or by one more below and to the
 // right.
@@ -59,21 +24,16 @@ void FillWithPen(DeviceContext& context, const CRect& path) {
 
 }  // namespace
 
-bool CDC::BitBlt(int x, int y, int width, int height, const CDC* pSource, int xSource, int ySource, UINT operation) {
-    if (!m_hDC || !m_hDC->surface || !pSource || !pSource->m_hDC || !pSource->m_hDC->surface || operation != SRCCOPY) {
-        return false;
+RowOfRounded RowOfRoundRect(const CRect& rect, CSize corner, int y) {
+    const double radiusX = std::clamp(corner.cx, 0, std::max(rect.Width(), 0)) / 2.0;
+    const double radiusY = std::clamp(corner.cy, 0, std::max(rect.Height(), 0)) / 2.0;
+    const double fromCentre = radiusY - (std::min(y - rect.top, rect.bottom - 1 - y) + 0.5);
+    int inset = 0;
+    if (fromCentre > 0) {
+        const double reach = std::sqrt(std::max(0.0, 1 - fromCentre * fromCentre / (radiusY * radiusY)));
+        inset = static_cast<int>(std::lround(radiusX * (1 - reach)));
     }
-    Surface& target = *m_hDC->surface;
-    Surface& source = *pSource->m_hDC->surface;
-    const CPoint at = m_hDC->ToSurface(CPoint{x, y});
-    const CRect area = CRect::FromSize(at, {Near(width), Near(height)});
-    const CPoint shift = pSource->m_hDC->ToSurface(CPoint{xSource, ySource}) - at;
-    const CRect readable = area.Intersect(source.Bounds().Offset(-shift));
-    source.BeginPixels();
-    target.BeginPixels();
-    m_hDC->ForEachPart(readable, [&](const CRect& part) { CopyBlock(target, part, source, part.TopLeft() + shift); });
-    target.EndPixels();
-    return true;
+    return {rect.left + inset, rect.right - inset};
 }
 
 void CDC::FillSolidRect(const CRect& rect, COLORREF colour) {
@@ -82,8 +42,14 @@ void CDC::FillSolidRect(const CRect& rect, COLORREF colour) {
     }
 }
 
+void CDC::FillRect(const CRect& rect, const CBrush& brush) {
+    if (!brush.IsHollow()) {
+        FillSolidRect(rect, brush.Colour());
+    }
+}
+
 void CDC::FrameRect(const CRect& rect, const CBrush& brush) {
-    if (rect.IsEmpty()) {
+    if (rect.IsEmpty() || brush.IsHollow()) {
         return;
     }
     const COLORREF colour = brush.Colour();
@@ -127,13 +93,51 @@ bool CDC::RoundRect(const CRect& rect, CSize corner) {
     }
     const CRect outer = m_hDC->ToSurface(rect);
     const int pen = m_hDC->pen.value.Width();
-    // An ellipse can't be larger than the rectangle that it rounds.
-    const double radiusX = std::clamp(corner.cx, 0, std::max(outer.Width(), 0)) / 2.0;
-    const double radiusY = std::clamp(corner.cy, 0, std::max(outer.Height(), 0)) / 2.0;
-    FillRounded(*m_hDC, outer, radiusX, radiusY, m_hDC->pen.value.Colour());
-    FillRounded(*m_hDC, outer.Inflate(-pen, -pen), std::max(radiusX - pen, 0.0), std::max(radiusY - pen, 0.0),
-                m_hDC->brush.value.Colour());
+    const CRect inner = outer.Inflate(-pen, -pen);
+    const CSize innerCorner{std::max(std::min(corner.cx, outer.Width()) - 2 * pen, 0),
+                            std::max(std::min(corner.cy, outer.Height()) - 2 * pen, 0)};
+    const COLORREF outline = m_hDC->pen.value.Colour();
+    const CBrush& brush = m_hDC->brush.value;
+    const CRect bounds = m_hDC->ClipBounds();
+    for (int y = std::max(outer.top, bounds.top); y < std::min(outer.bottom, bounds.bottom); ++y) {
+        const RowOfRounded row = RowOfRoundRect(outer, corner, y);
+        const bool isWithin = y >= inner.top && y < inner.bottom;
+        const RowOfRounded inside =
+            isWithin ? RowOfRoundRect(inner, innerCorner, y) : RowOfRounded{row.right, row.right};
+        m_hDC->Fill({row.left, y, std::min(inside.left, row.right), y + 1}, outline);
+        m_hDC->Fill({std::max(inside.right, inside.left), y, row.right, y + 1}, outline);
+        if (!brush.IsHollow()) {
+            m_hDC->Fill({inside.left, y, inside.right, y + 1}, brush.Colour());
+        }
+    }
     return true;
+}
+
+void CDC::DrawFocusRect(const CRect& rect) {
+    if (!m_hDC || !m_hDC->surface || rect.IsEmpty()) {
+        return;
+    }
+    Surface& surface = *m_hDC->surface;
+    const CRect frame = m_hDC->ToSurface(rect);
+    const CRect sides[] = {{frame.left, frame.top, frame.right, frame.top + 1},
+                           {frame.left, frame.bottom - 1, frame.right, frame.bottom},
+                           {frame.left, frame.top + 1, frame.left + 1, frame.bottom - 1},
+                           {frame.right - 1, frame.top + 1, frame.right, frame.bottom - 1}};
+    surface.BeginPixels();
+    for (std::size_t i = 0; i < std::size(sides); ++i) {
+        // A rectangle one pixel high or wide has one side only.
+        if ((i == 1 && frame.Height() == 1) || (i == 3 && frame.Width() == 1)) {
+            continue;
+        }
+        m_hDC->ForEachPart(sides[i], [&](const CRect& part) {
+            for (int y = part.top; y < part.bottom; ++y) {
+                for (int x = part.left; x < part.right; ++x) {
+                    surface.Row(y)[x] ^= ((x - frame.left + y - frame.top) & 1) == 0 ? 0x00ffffffU : 0;
+                }
+            }
+        });
+    }
+    surface.EndPixels();
 }
 
 }  // namespace veldan

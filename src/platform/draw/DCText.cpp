@@ -85,7 +85,8 @@ private:
 
     void AddParagraph(std::string_view text) {
         const bool isBroken = (m_format & DT_WORDBREAK) && !(m_format & DT_SINGLELINE);
-        const auto& lines = m_font.Face()->LayOut(text, isBroken ? std::max(m_area.Width(), 0) : kUnbroken);
+        const Tabs tabs = m_format & DT_EXPANDTABS ? Tabs::Stops : Tabs::Blank;
+        const auto& lines = m_font.Face()->LayOut(text, isBroken ? std::max(m_area.Width(), 0) : kUnbroken, tabs);
         for (const TextLine& line : lines) {
             if (!IsBelow()) {
                 AddLine(line);

@@ -48,10 +48,11 @@ std::string FamiliesOf(const std::string& face) {
 }
 
 // Valid UTF-8 without control characters, which would be drawn as boxes or end the line.
-std::string Presentable(std::string_view text) {
+std::string Presentable(std::string_view text, Tabs tabs) {
     std::string result(text.substr(0, kLongestParagraph));
     std::replace_if(
-        result.begin(), result.end(), [](char c) { return g_ascii_iscntrl(c); }, ' ');
+        result.begin(), result.end(),
+        [tabs](char c) { return g_ascii_iscntrl(c) && (c != '\t' || tabs == Tabs::Blank); }, ' ');
     if (!g_utf8_validate(result.data(), static_cast<gssize>(result.size()), nullptr)) {
         char* valid = g_utf8_make_valid(result.data(), static_cast<gssize>(result.size()));
         result = valid;
@@ -194,9 +195,21 @@ bool FontFace::Start() {
     pango_layout_set_font_description(m_layout, description);
     pango_layout_set_single_paragraph_mode(m_layout, TRUE);
     pango_layout_set_auto_dir(m_layout, FALSE);
+    PrepareTabs();
     PreparePlainText(context);
     pango_font_description_free(description);
     return true;
+}
+
+// Stops lie eight average letters apart.
+void FontFace::PrepareTabs() {
+    constexpr int kLetters = 8;
+    pango_layout_set_text(m_layout, "xxxxxxxx", kLetters);
+    int width = 0;
+    pango_layout_get_size(m_layout, &width, nullptr);
+    PangoTabArray* tabs = pango_tab_array_new_with_positions(1, FALSE, PANGO_TAB_LEFT, std::max(width, 1));
+    pango_layout_set_tabs(m_layout, tabs);
+    pango_tab_array_free(tabs);
 }
 
 FontFace::~FontFace() {
@@ -248,17 +261,18 @@ std::shared_ptr<FontFace> FontFace::Get(const FontTraits& traits) {
     return faces[traits] = std::make_shared<FontFace>(traits);
 }
 
-const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int width) {
+const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int width, Tabs tabs) {
     // Most texts fit on one line, and to see that costs less than breaking them does.
-    if (width >= 0 && LayOut(paragraph, kUnbroken).size() == 1 && m_lines.front().width <= width) {
+    if (width >= 0 && LayOut(paragraph, kUnbroken, tabs).size() == 1 && m_lines.front().width <= width) {
         return m_lines;
     }
-    if (Start() && (m_text != paragraph || m_width != width)) {
+    if (Start() && (m_text != paragraph || m_width != width || m_tabs != tabs)) {
         m_text = paragraph;
         m_width = width;
+        m_tabs = tabs;
         if (width < 0 && IsPlain(paragraph)) {
             LayOutPlain(paragraph);
-        } else if (!LayOutAny(Presentable(paragraph), width)) {
+        } else if (!LayOutAny(Presentable(paragraph, tabs), width)) {
             m_width = kNotLaidOut;
         }
     }

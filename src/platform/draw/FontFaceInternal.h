@@ -30,6 +30,9 @@ struct FontTraits {
     auto operator<=>(const FontTraits&) const = default;
 };
 
+/// Whether a tab is drawn as a blank or goes on to the next stop.
+enum class Tabs { Blank, Stops };
+
 /// One line of text that is ready to be drawn. Points into the face's layout: good until the face lays out other text.
 struct TextLine {
     _PangoLayoutLine* line = nullptr;  ///< Null for a line of plain text, whose glyphs the face has.
@@ -83,7 +86,7 @@ public:
     /// Lays out one paragraph, which is broken into lines of this width in pixels, or not broken when it is negative.
     /// Any bytes will do. Empty where there is no font at all, and where the system has no threads to spare for one;
     /// the next call tries again then.
-    const std::vector<TextLine>& LayOut(std::string_view paragraph, int width);
+    const std::vector<TextLine>& LayOut(std::string_view paragraph, int width, Tabs tabs = Tabs::Blank);
 
     /// Around all that is drawn of a line that isn't plain text, from the point where it begins on the base line.
     [[nodiscard]] static CRect InkOf(const TextLine& line);
@@ -97,6 +100,7 @@ private:
     bool Start();
     double SetSize(const Proportions& proportions);
     [[nodiscard]] bool CanShape(const std::string& text);
+    void PrepareTabs();
     void PreparePlainText(_PangoContext* context);
     [[nodiscard]] bool IsPlain(std::string_view text) const;
     void LayOutPlain(std::string_view text);
@@ -113,6 +117,7 @@ private:
     int m_descent = 0;
     std::string m_text;
     int m_width = INT_MIN;
+    Tabs m_tabs = Tabs::Blank;
     std::vector<TextLine> m_lines;
 };
 

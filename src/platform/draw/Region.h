@@ -3,6 +3,7 @@
 #include "platform/core/Export.h"
 #include "platform/core/Geometry.h"
 
+#include <span>
 #include <vector>
 
 struct _cairo_region;
@@ -19,6 +20,14 @@ public:
     Region& operator=(const Region& other);
     Region& operator=(Region&& other) noexcept;
     ~Region();
+
+    /// A rectangle with rounded corners; `corner` is the size of the ellipse that rounds them, as CDC::RoundRect fills
+    /// it.
+    [[nodiscard]] static Region RoundRect(const CRect& rect, CSize corner);
+    /// The pixels whose centres lie inside of a closed outline an odd number of times. Empty for fewer than three
+    /// points, for more than kMaxPoints, and outside of the coordinates of 16 bits.
+    [[nodiscard]] static Region Polygon(std::span<const CPoint> points);
+    static constexpr std::size_t kMaxPoints = 1024;
 
     [[nodiscard]] bool IsEmpty() const;
     [[nodiscard]] CRect Bounds() const;
