@@ -136,10 +136,13 @@ private:
     [[nodiscard]] CString HostPathOf(int itemID);
     [[nodiscard]] CString ProfilesFolder();
     [[nodiscard]] WriteRules GroupRules();
+    [[nodiscard]] WriteRules CopyRules();
     void SweepGroups();
     void RebuildGroup(int groupID, std::string_view folder);
-    [[nodiscard]] bool CopyIntoRecent(const CString& strParent, const CString& strName);
-    void DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName);
+    void EnterRecent(const CString& strParent, const CString& strXml, CString strPng);
+    [[nodiscard]] bool CopyIntoRecent(const CString& strParent, const CString& strName, std::int64_t limit);
+    void DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName,
+                       const WriteRules& rules);
 
     HWND m_hHostWnd;
     UINT m_uHostMsg = 6666;

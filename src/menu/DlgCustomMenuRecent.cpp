@@ -5,6 +5,7 @@
 #include "platform/core/Path.h"
 #include "platform/core/Utf8.h"
 #include "storage/Log.h"
+#include "storage/XmlEncoding.h"
 
 #include <algorithm>
 
@@ -44,6 +45,11 @@ WriteRules CDlgCustomMenu::GroupRules() {
     return {.strRoot = ProfilesFolder()};
 }
 
+/// Copies that the index of `Recent` names go also where they are read-only.
+WriteRules CDlgCustomMenu::CopyRules() {
+    return {.strRoot = ProfilesFolder(), .bReadOnlyToo = true};
+}
+
 /// What an operation left that was ended halfway goes with the next one, whichever group that is about. The index of a
 /// group is read only where a file of such a name lies there.
 void CDlgCustomMenu::SweepGroups() {
@@ -67,8 +73,6 @@ bool CDlgCustomMenu::SaveRecentList(const CString& path) {
     return m_recent.Save(path, ProfilesFolder());
 }
 
-/// Copies stand before the index names them, and files go after it stopped naming them; so whatever ends the process,
-/// everything that the index names is there.
 void CDlgCustomMenu::AddRecent(int id) {
     const CString strFolder = PathIn(ProfilesFolder(), kRecentFolder, "");
     const FolderLock lock(strFolder, GroupRules());
@@ -82,8 +86,21 @@ void CDlgCustomMenu::AddRecent(int id) {
     Z_RecentGetXmlPng(strXml, strPng, strParent, id);
     LogMessage({kLogSource, __LINE__}, "Z_RecentAdd xml=%s png=%s parent=%s id=%d", strXml.c_str(), strPng.c_str(),
                strParent.c_str(), id);
-    if (m_recent.HasXml(strXml) || !CopyIntoRecent(strParent, strXml) || !CopyIntoRecent(strParent, strPng)) {
+    if (m_recent.HasXml(strXml)) {
         return;
+    }
+    EnterRecent(strParent, strXml, strPng);
+    RebuildGroup(GetRecentGroupID(), kRecentFolder);
+}
+
+/// Copies stand before the index names them, and files go after it stopped naming them; so whatever ends the process,
+/// everything that the index names is there.
+void CDlgCustomMenu::EnterRecent(const CString& strParent, const CString& strXml, CString strPng) {
+    if (!CopyIntoRecent(strParent, strXml, kMostXmlBytes)) {
+        return;
+    }
+    if (FoldCase(strPng) != FoldCase(strXml) && !CopyIntoRecent(strParent, strPng, Image::kLargestFile)) {
+        strPng.clear();
     }
     LogMessage({kLogSource, __LINE__}, "AddRecent=%d", m_recent.Size() + kFirstRecentID);
     m_recent.Append(strXml, strPng);
@@ -94,32 +111,41 @@ void CDlgCustomMenu::AddRecent(int id) {
         m_recent.RemoveAt(0);
     }
     m_recent.m_iCount = m_recent.Size();
-    if (SaveRecentList(strFolder + "order.ini") && isFull) {
-        DeleteUnnamed(m_recent, kRecentFolder, strOldXml);
-        DeleteUnnamed(m_recent, kRecentFolder, strOldPng);
+    const CString strIndex = PathIn(ProfilesFolder(), kRecentFolder, "order.ini");
+    if (!SaveRecentList(strIndex)) {
+        // The list stands as before, and the copies go.
+        if (LoadRecentList(strIndex)) {
+            DeleteUnnamed(m_recent, kRecentFolder, strXml, GroupRules());
+            DeleteUnnamed(m_recent, kRecentFolder, strPng, GroupRules());
+        }
+    } else if (isFull) {
+        DeleteUnnamed(m_recent, kRecentFolder, strOldXml, CopyRules());
+        DeleteUnnamed(m_recent, kRecentFolder, strOldPng, CopyRules());
     }
-    RebuildGroup(GetRecentGroupID(), kRecentFolder);
 }
 
-/// False where the copy could not be written although its source is there: then nothing may name it.
-bool CDlgCustomMenu::CopyIntoRecent(const CString& strParent, const CString& strName) {
+/// Whether the list may name the copy. It may too where there is nothing to copy, since an entry without its files is
+/// one all the same, but not where another file would be taken for the copy.
+bool CDlgCustomMenu::CopyIntoRecent(const CString& strParent, const CString& strName, std::int64_t limit) {
     if (!IsEntryFile(strName)) {
         return true;
     }
     const CString strSource = PathIn(ProfilesFolder(), strParent, strName);
     const CString strTarget = PathIn(ProfilesFolder(), kRecentFolder, strName);
-    if (!PathExists(strSource, false)) {
-        // An entry without its files is one all the same; what was left under its name is not its file.
-        DeleteUnnamed(m_recent, kRecentFolder, strName);
-        return true;
+    const CopyResult result =
+        CopyFile(strSource, strTarget, limit, m_recent.NamesFile(strName) ? CopyRules() : GroupRules());
+    if (result == CopyResult::NoSource) {
+        DeleteUnnamed(m_recent, kRecentFolder, strName, GroupRules());
+        return !PathExists(strTarget, false);
     }
-    return CopyFile(strSource, strTarget, GroupRules()) || PathExists(strTarget, false);
+    return result == CopyResult::Copied;
 }
 
 /// Deletes a file of a group unless an entry still names it.
-void CDlgCustomMenu::DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName) {
+void CDlgCustomMenu::DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName,
+                                   const WriteRules& rules) {
     if (IsEntryFile(strName) && !list.NamesFile(strName)) {
-        DeleteFile(PathIn(ProfilesFolder(), folder, strName), GroupRules());
+        DeleteFile(PathIn(ProfilesFolder(), folder, strName), rules);
     }
 }
 
@@ -146,8 +172,8 @@ void CDlgCustomMenu::DeleteRecent(int id) {
     }
     RebuildGroup(GetRecentGroupID(), kRecentFolder);
     if (isSame) {
-        DeleteUnnamed(m_recent, kRecentFolder, strXml);
-        DeleteUnnamed(m_recent, kRecentFolder, strPng);
+        DeleteUnnamed(m_recent, kRecentFolder, strXml, CopyRules());
+        DeleteUnnamed(m_recent, kRecentFolder, strPng, CopyRules());
     }
     LogMessage({kLogSource, __LINE__}, "DeleteRecent=%d", id);
 }

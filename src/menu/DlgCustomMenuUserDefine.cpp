@@ -29,7 +29,7 @@ void CDlgCustomMenu::AddUserDefine(const CString& strXml) {
     const FolderLock lock(strFolder, GroupRules());
     SweepGroups();
     const bool isKnown = LoadUserDefineList(IndexOf(strFolder));
-    CopyFile(strFolder + kStockIcon, strFolder + kSharedIcon, GroupRules());
+    CopyFile(strFolder + kStockIcon, strFolder + kSharedIcon, Image::kLargestFile, GroupRules());
     if (!isKnown || m_userDefine.HasXml(strXml)) {
         return;
     }
@@ -71,9 +71,9 @@ void CDlgCustomMenu::DeleteUserDefine(int id) {
     }
     RebuildGroup(GetUserDefineGroupID(), kUserDefineFolder);
     if (isSame) {
-        DeleteUnnamed(m_userDefine, kUserDefineFolder, strXml);
+        DeleteUnnamed(m_userDefine, kUserDefineFolder, strXml, GroupRules());
         if (strPng != kStockIcon) {
-            DeleteUnnamed(m_userDefine, kUserDefineFolder, strPng);
+            DeleteUnnamed(m_userDefine, kUserDefineFolder, strPng, GroupRules());
         }
     }
 }

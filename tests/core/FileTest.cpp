@@ -24,6 +24,10 @@ mode_t ModeOf(const CString& path) {
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
 }
 
+bool Copies(const CString& source, const CString& target, const WriteRules& rules = {}) {
+    return CopyFile(source, target, 1000, rules) == CopyResult::Copied;
+}
+
 TEST(File, ReadsRegularFilesWholeUpToALimit) {
     const TempFolder folder;
     const CString content("line\r\n\0\xff", 8);
@@ -51,8 +55,8 @@ TEST(File, TakesPipesAndFoldersForNoFiles) {
         EXPECT_FALSE(FileExists(path));
         EXPECT_FALSE(ReadWholeFile(path, bytes, 100));
         EXPECT_FALSE(WriteFileWhole(path, "x"));
-        EXPECT_FALSE(CopyFile(path, folder / "copy"));
-        EXPECT_FALSE(CopyFile(folder / "source", path));
+        EXPECT_FALSE(Copies(path, folder / "copy"));
+        EXPECT_FALSE(Copies(folder / "source", path));
         EXPECT_FALSE(DeleteFile(path));
     }
     EXPECT_EQ(QueryPath(pipe), PathKind::None);
@@ -79,8 +83,8 @@ TEST(File, NamesThatDifferOnlyInCaseShareAFile) {
     const TempFolder folder;
     folder.Write("Recent/Order.ini", "old");
     EXPECT_TRUE(WriteFileWhole(folder / "RECENT/order.ini", "new"));
-    EXPECT_TRUE(CopyFile(folder / "recent/ORDER.ini", folder / "recent/Copy.ini"));
-    EXPECT_TRUE(CopyFile(folder / "recent/ORDER.ini", folder / "recent/COPY.INI"));
+    EXPECT_TRUE(Copies(folder / "recent/ORDER.ini", folder / "recent/Copy.ini"));
+    EXPECT_TRUE(Copies(folder / "recent/ORDER.ini", folder / "recent/COPY.INI"));
     EXPECT_EQ(folder.Names("Recent"), (std::set<CString>{"Order.ini", "Copy.ini"}));
     EXPECT_EQ(folder.Read("Recent/Order.ini"), "new");
     EXPECT_TRUE(DeleteFile(folder / "recent/order.INI"));
@@ -94,27 +98,52 @@ TEST(File, RefusesToCreateForbiddenNames) {
     for (const char* name : {"a:b", "a*b", "a?b", "a\"b", "a<b", "a>b", "a|b", "a\tb", "a\x7f", "new/", "no/such", ".",
                              "..", tooLong.c_str()}) {
         EXPECT_FALSE(WriteFileWhole(folder / name, "x")) << name;
-        EXPECT_FALSE(CopyFile(folder / "source", folder / name)) << name;
+        EXPECT_FALSE(Copies(folder / "source", folder / name)) << name;
     }
     EXPECT_EQ(folder.Names(), (std::set<CString>{"source"}));
 }
 
-TEST(File, ReplacingKeepsTheModeAndCopyingTakesItAlong) {
+TEST(File, ReplacingKeepsTheModeAndACopyCanBeWrittenByItsOwnerToo) {
     const TempFolder folder;
     const CString path = folder.Write("a", "old");
     chmod(path.c_str(), 0640);
     EXPECT_TRUE(WriteFileWhole(path, "new"));
     EXPECT_EQ(ModeOf(path), 0640U);
     folder.Write("target", "old");
-    EXPECT_TRUE(CopyFile(path, folder / "target"));
+    EXPECT_TRUE(Copies(path, folder / "target"));
     EXPECT_EQ(ModeOf(folder / "target"), 0640U);
     chmod(path.c_str(), 0444);
-    EXPECT_TRUE(CopyFile(path, folder / "copy"));
-    EXPECT_EQ(ModeOf(folder / "copy"), 0444U);
-    EXPECT_FALSE(CopyFile(folder / "target", path) || DeleteFile(path)) << "it is read-only";
+    EXPECT_TRUE(Copies(path, folder / "copy"));
+    EXPECT_EQ(ModeOf(folder / "copy"), 0644U);
+    EXPECT_FALSE(Copies(folder / "target", path) || DeleteFile(path)) << "it is read-only";
+    EXPECT_TRUE(Copies(folder / "target", path, {.bReadOnlyToo = true}));
+    chmod(path.c_str(), 0444);
+    EXPECT_TRUE(DeleteFile(path, {.bReadOnlyToo = true}));
     umask(027);
     EXPECT_TRUE(WriteFileWhole(folder / "fresh", "x"));
     EXPECT_EQ(ModeOf(folder / "fresh"), 0640U);
+}
+
+TEST(File, CopyingTellsNothingToCopyFromAFailure) {
+    const TempFolder folder;
+    const CString source = folder.Write("source", "12345");
+    folder.Write("old", "old");
+    EXPECT_EQ(CopyFile(source, folder / "copy", 5), CopyResult::Copied);
+    EXPECT_EQ(CopyFile(source, folder / "old", 4), CopyResult::NoSource);
+    EXPECT_EQ(CopyFile(folder / "missing", folder / "old", 100), CopyResult::NoSource);
+    EXPECT_EQ(CopyFile(folder.Path(), folder / "old", 100), CopyResult::NoSource);
+    EXPECT_EQ(CopyFile(source, folder / "no/such", 100), CopyResult::Failed);
+    FileCalls calls = SystemFileCalls();
+    // As of a file of the system that has no size and no end.
+    calls.pread = [](int, void*, size_t count, off_t) { return static_cast<ssize_t>(count); };
+    ReplaceFileCalls(&calls);
+    EXPECT_EQ(CopyFile(source, folder / "old", 1'000'000), CopyResult::NoSource);
+    calls.pread = SystemFileCalls().pread;
+    calls.openat = [](int, const char*, int, mode_t) { return errno = EACCES, -1; };
+    EXPECT_EQ(CopyFile(source, folder / "old", 100), CopyResult::Failed);
+    ReplaceFileCalls(nullptr);
+    EXPECT_EQ(folder.Names(), (std::set<CString>{"copy", "old", "source"}));
+    EXPECT_EQ(folder.Read("old"), "old");
 }
 
 TEST(File, CopyingOntoItselfChangesNothing) {
@@ -122,8 +151,8 @@ TEST(File, CopyingOntoItselfChangesNothing) {
     const CString path = folder.Write("Only.xml", "the only copy");
     std::filesystem::create_hard_link(path, folder / "second name");
     const FaultyFileCalls calls;
-    EXPECT_TRUE(CopyFile(path, folder / "ONLY.XML"));
-    EXPECT_TRUE(CopyFile(path, folder / "second name"));
+    EXPECT_TRUE(Copies(path, folder / "ONLY.XML"));
+    EXPECT_TRUE(Copies(path, folder / "second name"));
     EXPECT_EQ(calls.Renames(), 0);
     EXPECT_EQ(folder.Read("Only.xml"), "the only copy");
 }
@@ -143,13 +172,13 @@ TEST(File, LinksAreFollowedForReadingAndUpToTheRootOnly) {
     for (const char* name : {"TOP/group/link.xml", "TOP/group/DANGLING.xml", "TOP/linked/a.xml", "TOP/Linked/new.xml",
                              "TOP/../outside/a.xml", "TOP/linked", "top/group/b.xml"}) {
         EXPECT_FALSE(WriteFileWhole(folder / name, "x", rules)) << name;
-        EXPECT_FALSE(CopyFile(folder / "tree/group/b.xml", folder / name, rules)) << name;
+        EXPECT_FALSE(Copies(folder / "tree/group/b.xml", folder / name, rules)) << name;
         EXPECT_FALSE(DeleteFile(folder / name, rules)) << name;
     }
     EXPECT_FALSE(WriteFileWhole(folder / "top/group/link.xml", "x")) << "without a root it is the last component";
     EXPECT_TRUE(WriteFileWhole(folder / "top/linked/new.xml", "new"));
     EXPECT_TRUE(WriteFileWhole(folder / "TOP//GROUP\\B.xml", "written", rules));
-    EXPECT_TRUE(CopyFile(folder / "TOP/linked/a.xml", folder / "TOP/group/c.xml", rules));
+    EXPECT_TRUE(Copies(folder / "TOP/linked/a.xml", folder / "TOP/group/c.xml", rules));
     EXPECT_TRUE(DeleteFile(folder / "TOP/group/C.xml", rules));
     EXPECT_EQ(folder.Names("tree/group"), (std::set<CString>{"b.xml", "link.xml", "dangling.xml"}));
     EXPECT_EQ(folder.Read("tree/group/b.xml"), "written");
@@ -161,7 +190,7 @@ TEST(File, AFolderThatIsSwappedForALinkLeadsNowhereElse) {
     const std::function<void(const CString&, const WriteRules&)> actions[] = {
         [](const CString& path, const WriteRules& rules) { WriteFileWhole(path + "a.xml", "new", rules); },
         [](const CString& path, const WriteRules& rules) { WriteFileWhole(path + "new.xml", "new", rules); },
-        [](const CString& path, const WriteRules& rules) { CopyFile(path + "a.xml", path + "b.xml", rules); },
+        [](const CString& path, const WriteRules& rules) { CopyFile(path + "a.xml", path + "b.xml", 100, rules); },
         [](const CString& path, const WriteRules& rules) { DeleteFile(path + "A.xml", rules); },
         [](const CString& path, const WriteRules& rules) { SweepTemporaries(path, rules); },
     };

@@ -86,6 +86,9 @@ protected:
         GetParam().act();
         m_recentAfter = Recent();
         m_ownAfter = Own();
+        if (GetParam().isPick) {
+            m_recentBare = WithoutLastIcon(m_recentAfter);
+        }
         m_filesAfter = Files();
         return counted.Calls();
     }
@@ -98,14 +101,24 @@ protected:
         EXPECT_EQ(m_actor.Host().picks.size(), GetParam().isPick ? 1U : 0U);
     }
 
-    /// A profile of the user's is entered also where its icon can't be copied, so that icon may be missing.
+    [[nodiscard]] static CString WithoutLastIcon(const CString& index) {
+        std::vector<TreeEntry> entries = EntriesOf(index).value();
+        entries.back().strPng.clear();
+        return ProfileTree::Index(entries);
+    }
+
+    /// A profile whose icon can't be copied is entered without one. One of the user's names its icon all the same, so
+    /// that may be missing.
     void ExpectOneOfBothSides() {
-        EXPECT_TRUE(Recent() == m_recentBefore || Recent() == m_recentAfter) << Recent();
+        EXPECT_TRUE(Recent() == m_recentBefore || Recent() == m_recentAfter || Recent() == m_recentBare) << Recent();
         EXPECT_TRUE(Own() == m_ownBefore || Own() == m_ownAfter) << Own();
         ExpectNoHarm(false);
     }
 
     void ExpectToSucceedAgain() {
+        if (Recent() == m_recentBare) {
+            return;
+        }
         const FaultyFileCalls calls;
         Actor::Menu().ReloadCatalogue();
         (GetParam().again ? GetParam().again : GetParam().act)();
@@ -117,6 +130,7 @@ protected:
     Actor m_actor{m_tree.Base()};
     CString m_recentBefore;
     CString m_recentAfter;
+    std::optional<CString> m_recentBare;  // the same without the icon of the profile picked
     CString m_ownBefore;
     CString m_ownAfter;
     std::set<CString> m_filesAfter;

@@ -89,7 +89,7 @@ public:
         }
         for (const auto& [strXml, strPng] : *entries) {
             for (const CString& strName : {strXml, withIcons ? strPng : strXml}) {
-                if (Read(strGroup + "/" + strName) != Content(strName)) {
+                if (!strName.empty() && Read(strGroup + "/" + strName) != Content(strName)) {
                     return strName + " isn't whole in " + strGroup;
                 }
             }

@@ -22,6 +22,7 @@ protected:
     [[nodiscard]] static std::vector<CString> OwnRows() { return RowsFrom(kFirstUserDefineID); }
     [[nodiscard]] CString RecentIndex() const { return m_tree.Read("Recent/order.ini"); }
     [[nodiscard]] CString OwnIndex() const { return m_tree.Read("UserDefine/order.ini"); }
+    [[nodiscard]] CString PathOf(const CString& strName) const { return m_tree.Folder() / ("Profiles/" + strName); }
     static void Pick(int first, int count = 1) {
         for (int id = first; id < first + count; ++id) {
             Menu().AddRecent(id);

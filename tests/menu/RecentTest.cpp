@@ -64,18 +64,64 @@ TEST_F(RecentTest, OnlyFilesThatRowAndListAgreeOnGo) {
     EXPECT_THAT(RecentRows(), ElementsAre("p1.xml", "p0.xml"));
 }
 
-TEST_F(RecentTest, AnEntryWithoutItsFilesOrWithReadOnlyOnesIsOneAllTheSame) {
-    chmod((m_tree.Folder() / "Profiles/A/p1.xml").c_str(), 0444);
-    m_tree.Write("Recent/p0.png", "left behind");
-    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.xml");
-    std::filesystem::remove(m_tree.Folder() / "Profiles/A/p0.png");
-    Pick(1000, 2);
-    EXPECT_THAT(RecentRows(), ElementsAre("p0.xml", "p1.xml"));
-    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini", "p1.png", "p1.xml"));
+TEST_F(RecentTest, AnEntryWhoseFilesAreGoneOrTooLargeIsOneAllTheSame) {
+    std::filesystem::remove(PathOf("A/p0.xml"));
+    std::filesystem::remove(PathOf("A/p0.png"));
+    std::filesystem::resize_file(PathOf("A/p1.xml"), 16 * 1024 * 1024 + 1);
+    std::filesystem::resize_file(PathOf("A/p1.png"), 1024 * 1024 + 1);
+    std::filesystem::resize_file(PathOf("A/p2.xml"), 16 * 1024 * 1024);
+    std::filesystem::resize_file(PathOf("A/p2.png"), 1024 * 1024);
+    for (const char* pszName : {"p0.xml", "p0.png", "p1.xml", "p1.png"}) {
+        m_tree.Write(CString("Recent/") + pszName, "left behind");
+    }
+    Pick(1000, 3);
+    EXPECT_EQ(RecentIndex(), ProfileTree::Index({{"p0.xml", "p0.png"}, {"p1.xml", "p1.png"}, {"p2.xml", "p2.png"}}));
+    EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini", "p2.png", "p2.xml"));
     EXPECT_FALSE(Menu().FindLevel2Item(4550)->m_pButton->HasImage());
-    EXPECT_EQ(Menu().FindLevel2Item(4551)->m_strName, "");
-    Menu().DeleteRecent(4551);
-    EXPECT_THAT(m_tree.Names("Recent"), Contains("p1.xml")) << "the copy is read-only too";
+    EXPECT_EQ(Menu().FindLevel2Item(4552)->m_strName, "Name p2");
+}
+
+TEST_F(RecentTest, ReadOnlySourcesGiveCopiesOfThePersonsAndReadOnlyCopiesGo) {
+    chmod(PathOf("A/p0.xml").c_str(), 0444);
+    Pick(1000, 9);
+    EXPECT_EQ(Menu().FindLevel2Item(4550)->m_strName, "Name p0");
+    // As copies were before they got a write bit, and what somebody put there by hand.
+    chmod(PathOf("Recent/p0.xml").c_str(), 0444);
+    chmod(PathOf("Recent/p1.png").c_str(), 0444);
+    m_tree.Write("Recent/mine.xml", "mine");
+    Pick(1009, 2);
+    EXPECT_EQ(m_tree.Names("Recent").count("p0.xml"), 0U) << "it fell out of the list";
+    Menu().DeleteRecent(4550);
+    EXPECT_EQ(m_tree.Names("Recent").count("p1.png"), 0U);
+    EXPECT_EQ(m_tree.Read("Recent/mine.xml"), "mine");
+    m_tree.Write("A/p0.xml", ProfileTree::Profile("Renewed", ""));
+    Pick(1000);
+    EXPECT_EQ(Menu().FindLevel2Item(4559)->m_strName, "Renewed");
+}
+
+TEST_F(RecentTest, AFileInTheWayIsNotTakenForTheCopy) {
+    const CString strIndex = RecentIndex();
+    const CString strXml = m_tree.Write("Recent/p0.xml", "somebody's own");
+    const CString strPng = m_tree.Write("Recent/p1.png", "somebody's own");
+    chmod(strXml.c_str(), 0444);
+    chmod(strPng.c_str(), 0444);
+    Pick(1000);
+    EXPECT_EQ(RecentIndex(), strIndex);
+    std::filesystem::remove(PathOf("A/p0.xml"));
+    Pick(1000);
+    EXPECT_EQ(RecentIndex(), strIndex) << "nor where there is nothing to copy";
+    Pick(1001);
+    EXPECT_EQ(RecentIndex(), ProfileTree::Index({{"p1.xml", ""}}));
+    EXPECT_FALSE(Menu().FindLevel2Item(4550)->m_pButton->HasImage());
+    EXPECT_EQ(m_tree.Read("Recent/p0.xml") + m_tree.Read("Recent/p1.png"), "somebody's ownsomebody's own");
+}
+
+TEST_F(RecentTest, WithoutItsFolderTheGroupComesOutEmpty) {
+    Pick(1000, 2);
+    std::filesystem::remove_all(PathOf("Recent"));
+    Pick(1005);
+    EXPECT_THAT(RecentRows(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(PathOf("Recent")));
 }
 
 TEST_F(RecentTest, ACountBeyondAllSenseIsCutToWhatIsThere) {

@@ -58,9 +58,20 @@ struct WriteRules {
 /// target that is no regular file, such as a link, and a name that holds any of `< > : " | ? *` or a control character.
 VELDAN_PLATFORM_API bool WriteFileWhole(std::string_view path, std::string_view bytes, const WriteRules& rules = {});
 
-/// Copies a regular file with its mode over the target, whole or not at all, under the same conditions as
-/// `WriteFileWhole`. A file copied onto itself stays as it is, which is a success.
-VELDAN_PLATFORM_API bool CopyFile(std::string_view source, std::string_view target, const WriteRules& rules = {});
+/// How a copy came out.
+enum class CopyResult {
+    Copied,
+    /// There is nothing to copy: no regular file stands at the source, or it is larger than the limit.
+    NoSource,
+    Failed,
+};
+
+/// Copies a regular file of at most `limit` bytes over the target, whole or not at all, under the same conditions as
+/// `WriteFileWhole`. The bytes are counted as they are read, since a file may hold more than its size tells. The copy
+/// has the source's mode, and its owner may write it in any case. A file copied onto itself stays as it is and counts
+/// as copied.
+VELDAN_PLATFORM_API CopyResult CopyFile(std::string_view source, std::string_view target, std::int64_t limit,
+                                        const WriteRules& rules = {});
 
 /// Deletes a regular file. False if there is none, if a link stands there, or if the file has no write bit.
 VELDAN_PLATFORM_API bool DeleteFile(std::string_view path, const WriteRules& rules = {});

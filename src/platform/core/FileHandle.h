@@ -77,4 +77,9 @@ struct OpenedFile {
     return (mode & 0222) != 0;
 }
 
+/// Whether both are of one file or one folder.
+[[nodiscard]] inline bool IsSameFile(const struct stat& status, const struct stat& other) {
+    return status.st_dev == other.st_dev && status.st_ino == other.st_ino;
+}
+
 }  // namespace veldan

@@ -65,6 +65,24 @@ void RemoveIfAbandoned(const FileHandle& folder, const char* name) {
     }
 }
 
+CopyResult CopyBytes(const FileHandle& from, FileReplacement& to, std::int64_t limit) {
+    std::array<char, 65536> buffer;
+    std::int64_t done = 0;
+    while (const std::optional<std::size_t> count = from.ReadAt(done, buffer)) {
+        if (*count == 0) {
+            return to.Commit() ? CopyResult::Copied : CopyResult::Failed;
+        }
+        done += static_cast<std::int64_t>(*count);
+        if (done > limit) {
+            return CopyResult::NoSource;
+        }
+        if (!to.Write({buffer.data(), *count})) {
+            return CopyResult::Failed;
+        }
+    }
+    return CopyResult::Failed;
+}
+
 }  // namespace
 
 bool FileReplacement::Begin(std::string_view path, const WriteRules& rules) {
@@ -157,32 +175,24 @@ bool WriteFileWhole(std::string_view path, std::string_view bytes, const WriteRu
     return replacement.Begin(path, rules) && replacement.Write(bytes) && replacement.Commit();
 }
 
-bool CopyFile(std::string_view source, std::string_view target, const WriteRules& rules) {
+CopyResult CopyFile(std::string_view source, std::string_view target, std::int64_t limit, const WriteRules& rules) {
     const OpenedFile from = OpenRegularFile(source, FileAccess::Read);
     if (!from.handle.IsOpen()) {
-        return false;
+        return PathExists(source, false) ? CopyResult::Failed : CopyResult::NoSource;
+    }
+    if (from.status.st_size > limit) {
+        return CopyResult::NoSource;
     }
     std::optional<FileTarget> to = FindTarget(target, rules);
-    if (to && to->status && to->status->st_dev == from.status.st_dev && to->status->st_ino == from.status.st_ino) {
-        return true;
+    if (to && to->status && IsSameFile(*to->status, from.status)) {
+        return CopyResult::Copied;
     }
     FileReplacement replacement;
     if (!replacement.Begin(std::move(to), rules)) {
-        return false;
+        return CopyResult::Failed;
     }
-    replacement.SetMode(from.status.st_mode);
-    std::array<char, 65536> buffer;
-    std::int64_t done = 0;
-    while (const std::optional<std::size_t> count = from.handle.ReadAt(done, buffer)) {
-        if (*count == 0) {
-            return replacement.Commit();
-        }
-        if (!replacement.Write({buffer.data(), *count})) {
-            return false;
-        }
-        done += static_cast<std::int64_t>(*count);
-    }
-    return false;
+    replacement.SetMode(from.status.st_mode | S_IWUSR);
+    return CopyBytes(from.handle, replacement, limit);
 }
 
 void SweepTemporaries(std::string_view folder, const WriteRules& rules,

@@ -53,7 +53,7 @@ FolderLock::~FolderLock() {
 
 bool FolderLock::IsHeldOutside() const {
     for (const FolderLock* pLock = m_pOuter; pLock; pLock = pLock->m_pOuter) {
-        if (pLock->m_bHeld && pLock->m_status.st_dev == m_status.st_dev && pLock->m_status.st_ino == m_status.st_ino) {
+        if (pLock->m_bHeld && IsSameFile(pLock->m_status, m_status)) {
             return true;
         }
     }
