@@ -91,10 +91,11 @@ BOOL CDlgCustomMenu::OnEraseBkgnd(CDC* pDC) {
 /// The host hears of the pick while the menu is still shown and the recent profiles are as they were.
 LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
     const int itemID = static_cast<int>(id);
-    const CString strPath = HostPathOf(itemID);
-    if (strPath.empty()) {
+    const std::optional<RowName> row = FindRow(itemID);
+    if (!row) {
         return 1;
     }
+    const CString strPath = HostPathOf(*row);
     const HWND self = GetSafeHwnd();
     if (m_hHostWnd) {
         Desktop::Get().ReleaseGrab();
@@ -105,24 +106,27 @@ LRESULT CDlgCustomMenu::OnItemClick(WPARAM id, LPARAM /*lParam*/) {
         }
     }
     // Nor need the row be the one that was clicked, if the host had entries taken out of the lists.
-    if (HostPathOf(itemID) == strPath) {
+    if (FindRow(itemID) == row) {
         AddRecent(itemID);
     }
     ShowWindow(SW_HIDE);
     return 1;
 }
 
-/// The path of a row's profile as the host is told it; empty where there is no such row.
-CString CDlgCustomMenu::HostPathOf(int itemID) {
+std::optional<CDlgCustomMenu::RowName> CDlgCustomMenu::FindRow(int itemID) const {
     const MenuItem* pItem = FindLevel2Item(itemID);
     const MenuItem* pGroup = FindParentItem(itemID);
-    if (!pItem || !pGroup) {
-        return {};
-    }
+    return pItem && pGroup ? std::optional(RowName{pGroup->m_strFolder, pItem->m_strXml}) : std::nullopt;
+}
+
+/// The path of a row's profile as the host is told it. Hosts open it by its exact spelling, so it has the disk's; where
+/// there is no such file it has that of the indexes.
+CString CDlgCustomMenu::HostPathOf(const RowName& row) {
     CString strBase;
     GetBasePath(strBase);
-    return ToHostPath(
-        Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), pGroup->m_strFolder.c_str(), pItem->m_strXml.c_str()));
+    const CString strPath = Format(R"(%s\Profiles\%s\%s)", strBase.c_str(), row.strGroup.c_str(), row.strXml.c_str());
+    const CString strOnDisk = IsPlainFileName(row.strXml) ? FileSpelling(strPath) : CString();
+    return ToHostPath(strOnDisk.empty() ? strPath : strOnDisk);
 }
 
 CString GetExeFolder() {

@@ -94,6 +94,14 @@ protected:
     CWnd* GetFirstFocus() override;
 
 private:
+    /// What a profile's row stands for, as the indexes spell it.
+    struct RowName {
+        CString strGroup;
+        CString strXml;
+
+        bool operator==(const RowName&) const = default;
+    };
+
     /// What an index says of a row, and what its files hold, as far as they could be read.
     struct RowFiles {
         CString strXml;
@@ -133,7 +141,8 @@ private:
     [[nodiscard]] int VisibleRowsOf(int groupID) const;
     void SlideWindow(int zDelta);
 
-    [[nodiscard]] CString HostPathOf(int itemID);
+    [[nodiscard]] std::optional<RowName> FindRow(int itemID) const;
+    [[nodiscard]] CString HostPathOf(const RowName& row);
     [[nodiscard]] CString ProfilesFolder();
     [[nodiscard]] WriteRules GroupRules();
     [[nodiscard]] WriteRules CopyRules();

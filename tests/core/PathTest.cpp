@@ -40,6 +40,8 @@ TEST(PathResolver, FindsEachComponentWhateverItsCaseAndSeparators) {
     EXPECT_EQ(Spelling(folder / "CAF\xC9.xml"), "") << "bytes that are no UTF-8 have no case";
     std::filesystem::current_path(folder.Path());
     EXPECT_EQ(Spelling("PROFILES"), "Profiles");
+    EXPECT_EQ(FileSpelling("profiles\\B\u00e4r gro\u00df//ORDER.ini"), "Profiles/B\u00e4r Gro\u00df/order.ini");
+    EXPECT_EQ(FileSpelling("profiles"), "") << "a folder";
 }
 
 TEST(PathResolver, PrefersTheExactSpellingThenTheByteSmallest) {

@@ -74,6 +74,26 @@ TEST_F(PickTest, ABlankRowIsPickedLikeAnyOther) {
     EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("order.ini"));
 }
 
+TEST_F(PickTest, TheHostGetsTheSpellingOfTheDiskWhereTheFileIsThere) {
+    m_tree.Groups({"MOVIES", "Recent", "C", "D", "E", "F"});
+    m_tree.Write("Movies/order.ini", ProfileTree::Index({{"P0.XML", "p0.png"}, {"GONE.xml", ""}, {"P2.xml", ""}}));
+    const CString strBase = m_tree.Folder() / "base";
+    std::filesystem::create_directory(strBase);
+    std::filesystem::rename(m_tree.Base() + "/Profiles", strBase + "/Profiles");
+    const CString strGiven = m_tree.Folder() / "BASE";
+    VELDAN_InitProfileMenus(&m_host, strGiven.c_str());
+    Show();
+    // What a host does with the file meanwhile changes nothing about which row was picked.
+    m_host.onPick = [&] { std::filesystem::remove(ToSystemPath(m_host.picks.back())); };
+    for (const WPARAM id : {1000, 1001, 1002}) {
+        Menu().OnItemClick(id, 0);
+    }
+    EXPECT_THAT(m_host.picks, ElementsAre(ToHostPath(strBase + "/Profiles/Movies/p0.xml"),
+                                          ToHostPath(strGiven + "/Profiles/MOVIES/GONE.xml"),
+                                          ToHostPath(strBase + "/Profiles/Movies/p2.xml")));
+    EXPECT_THAT(RowsFrom(kFirstRecentID), ElementsAre("P0.XML", "GONE.xml", "P2.xml"));
+}
+
 TEST_F(PickTest, GroupIdsAreRememberedAcrossReleaseAndHarmNobody) {
     Init();
     ASSERT_EQ(Menu().GetRecentGroupID(), 4001);

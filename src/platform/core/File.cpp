@@ -37,6 +37,12 @@ bool PathExists(std::string_view path, bool wantFolder) {
     return QueryPath(path) == (wantFolder ? PathKind::Folder : PathKind::File);
 }
 
+CString FileSpelling(std::string_view path) {
+    std::optional<ResolvedPath> resolved = ResolvePath(path);
+    const bool bFile = resolved && resolved->bExists && S_ISREG(resolved->status.st_mode);
+    return bFile ? std::move(resolved->strPath) : CString();
+}
+
 bool FileExists(std::string_view path) {
     return OpenRegularFile(path, FileAccess::Read).handle.IsOpen();
 }

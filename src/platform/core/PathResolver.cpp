@@ -94,6 +94,9 @@ PathParts Split(std::string_view path) {
 }
 
 CString Join(const CString& folder, std::string_view name) {
+    if (folder == ".") {
+        return CString(name);
+    }
     CString path = folder;
     if (path.back() != '/') {
         path += '/';
