@@ -148,6 +148,7 @@ private:
     [[nodiscard]] WriteRules CopyRules();
     void SweepGroups();
     void RebuildGroup(int groupID, std::string_view folder);
+    [[nodiscard]] bool IsInRecent(const CString& strParent, const CString& strXml);
     void EnterRecent(const CString& strParent, const CString& strXml, CString strPng);
     [[nodiscard]] bool CopyIntoRecent(const CString& strParent, const CString& strName, std::int64_t limit);
     void DeleteUnnamed(const ProfileList& list, std::string_view folder, const CString& strName,

@@ -89,8 +89,20 @@ void CDlgCustomMenu::AddRecent(int id) {
     if (m_recent.HasXml(strXml)) {
         return;
     }
-    EnterRecent(strParent, strXml, strPng);
+    // A row of `Recent` that its index doesn't name is one that another host has taken out.
+    if (!IsInRecent(strParent, strXml)) {
+        EnterRecent(strParent, strXml, strPng);
+    }
     RebuildGroup(GetRecentGroupID(), kRecentFolder);
+}
+
+/// Whether a profile is one of `Recent` already, by whatever spelling or link its group's folder or its file leads
+/// there.
+bool CDlgCustomMenu::IsInRecent(const CString& strParent, const CString& strXml) {
+    const CString strFolder = PathIn(ProfilesFolder(), strParent, "");
+    const CString strRecent = PathIn(ProfilesFolder(), kRecentFolder, "");
+    return strParent == kRecentFolder || IsSameFile(strFolder, strRecent) ||
+           (IsEntryFile(strXml) && IsSameFile(strFolder + strXml, strRecent + strXml));
 }
 
 /// Copies stand before the index names them, and files go after it stopped naming them; so whatever ends the process,

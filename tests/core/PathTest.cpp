@@ -42,6 +42,10 @@ TEST(PathResolver, FindsEachComponentWhateverItsCaseAndSeparators) {
     EXPECT_EQ(Spelling("PROFILES"), "Profiles");
     EXPECT_EQ(FileSpelling("profiles\\B\u00e4r gro\u00df//ORDER.ini"), "Profiles/B\u00e4r Gro\u00df/order.ini");
     EXPECT_EQ(FileSpelling("profiles"), "") << "a folder";
+    std::filesystem::create_symlink("Profiles", folder / "link");
+    EXPECT_TRUE(IsSameFile("profiles", "LINK"));
+    EXPECT_FALSE(IsSameFile("profiles", "."));
+    EXPECT_FALSE(IsSameFile("missing", "missing"));
 }
 
 TEST(PathResolver, PrefersTheExactSpellingThenTheByteSmallest) {

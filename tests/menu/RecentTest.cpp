@@ -116,6 +116,27 @@ TEST_F(RecentTest, AFileInTheWayIsNotTakenForTheCopy) {
     EXPECT_EQ(m_tree.Read("Recent/p0.xml") + m_tree.Read("Recent/p1.png"), "somebody's ownsomebody's own");
 }
 
+TEST_F(RecentTest, ARowOfItsOwnThatAnotherHostTookOutChangesNothingAndGoes) {
+    std::filesystem::create_symlink("Recent", PathOf("C"));
+    m_tree.Groups({"A", "Recent", "UserDefine", "B", "C", "RECENT"});
+    m_tree.Write("B/order.ini", ProfileTree::Index({{"linked.xml", ""}}));
+    std::filesystem::create_hard_link(PathOf("A/p0.xml"), PathOf("B/linked.xml"));
+    std::filesystem::create_hard_link(PathOf("A/p0.xml"), PathOf("Recent/linked.xml"));
+    m_tree.Write("Recent/q.xml", "picked by the other host");
+    const CString strBefore = ProfileTree::Index({{"p0.xml", ""}});
+    const CString strAfter = ProfileTree::Index({{"q.xml", ""}});
+    // The row itself, one whose file is a link to one there, and those of folders that lead there.
+    for (const int id : {4550, 1012, 1013, 1014}) {
+        m_tree.Write("Recent/order.ini", strBefore);
+        Menu().ReloadCatalogue();
+        m_tree.Write("Recent/order.ini", strAfter);
+        Pick(id);
+        EXPECT_EQ(RecentIndex(), strAfter) << id;
+        EXPECT_THAT(RecentRows(), ElementsAre("q.xml")) << id;
+        EXPECT_THAT(m_tree.Names("Recent"), ElementsAre("linked.xml", "order.ini", "q.xml")) << id;
+    }
+}
+
 TEST_F(RecentTest, WithoutItsFolderTheGroupComesOutEmpty) {
     Pick(1000, 2);
     std::filesystem::remove_all(PathOf("Recent"));

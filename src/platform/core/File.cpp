@@ -37,6 +37,12 @@ bool PathExists(std::string_view path, bool wantFolder) {
     return QueryPath(path) == (wantFolder ? PathKind::Folder : PathKind::File);
 }
 
+bool IsSameFile(std::string_view path, std::string_view other) {
+    const std::optional<ResolvedPath> first = ResolvePath(path);
+    const std::optional<ResolvedPath> second = ResolvePath(other);
+    return first && first->bExists && second && second->bExists && IsSameFile(first->status, second->status);
+}
+
 CString FileSpelling(std::string_view path) {
     std::optional<ResolvedPath> resolved = ResolvePath(path);
     const bool bFile = resolved && resolved->bExists && S_ISREG(resolved->status.st_mode);

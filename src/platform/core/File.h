@@ -23,6 +23,9 @@ enum class PathKind {
 /// Whether something stands at a path and its being a folder agrees with `wantFolder`.
 [[nodiscard]] VELDAN_PLATFORM_API bool PathExists(std::string_view path, bool wantFolder);
 
+/// Whether both paths lead to one file or one folder, by whatever spellings and links.
+[[nodiscard]] VELDAN_PLATFORM_API bool IsSameFile(std::string_view path, std::string_view other);
+
 /// The path of a regular file as it is spelled on the disk, in the system's form; empty if none stands there.
 [[nodiscard]] VELDAN_PLATFORM_API CString FileSpelling(std::string_view path);
 
