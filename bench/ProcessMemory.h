@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include <sys/resource.h>
+
 /// Resident memory of this process in KiB, 0 if it is unknown.
 [[nodiscard]] inline long ResidentKb() {
     long kilobytes = 0;
@@ -13,4 +15,10 @@
         std::fclose(file);
     }
     return kilobytes;
+}
+
+/// The most that it ever was.
+[[nodiscard]] inline long PeakKb() {
+    rusage usage = {};
+    return getrusage(RUSAGE_SELF, &usage) == 0 ? usage.ru_maxrss : 0;
 }

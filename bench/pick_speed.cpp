@@ -8,18 +8,11 @@
 #include "platform/window/Desktop.h"
 #include "resources/Dialogs.h"
 
+#include "Measure.h"
 #include "ProcessMemory.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <vector>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 using namespace veldan;
 
@@ -27,22 +20,6 @@ namespace {
 
 constexpr int kProfiles = 12;
 constexpr std::size_t kSample = 500;
-
-using Clock = std::chrono::steady_clock;
-
-double MsSince(Clock::time_point begin) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
-}
-
-double Median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
-void WriteFile(const std::filesystem::path& path, const std::string& text) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
 
 void MakeTree(const std::filesystem::path& base) {
     WriteFile(base / "Profiles/order.ini", "[Order]\r\nNum=2\r\n0=Movies\r\n1=Recent\r\n");
@@ -58,16 +35,6 @@ void MakeTree(const std::filesystem::path& base) {
     WriteFile(base / "Profiles/Recent/order.ini", "[Order]\r\nNum=0\r\n");
 }
 
-/// Just writes and syncs a file of a profile's size.
-double BareWriteMs(const std::filesystem::path& path) {
-    const std::string bytes(1000, 'x');
-    const Clock::time_point begin = Clock::now();
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    const bool isGood = write(file, bytes.data(), bytes.size()) == std::ssize(bytes) && fsync(file) == 0;
-    close(file);
-    return isGood ? MsSince(begin) : 0;
-}
-
 void Measure(const std::filesystem::path& base, int picks) {
     Desktop::Install(std::make_unique<Desktop>(std::make_unique<MemoryDisplay>(), std::make_unique<ManualClock>()));
     CDlgCustomMenu menu;
@@ -79,11 +46,11 @@ void Measure(const std::filesystem::path& base, int picks) {
     bare.clear();
     long memoryAtFirst = 0;
     for (int i = 0; i < picks; ++i) {
-        const Clock::time_point begin = Clock::now();
+        const Watch::time_point begin = Watch::now();
         menu.AddRecent(kFirstItemID + i % kProfiles);
         times.push_back(MsSince(begin));
         Desktop::Get().Dispatch();
-        bare.push_back(BareWriteMs(base / "bare"));
+        bare.push_back(BareWriteMs(base / "bare", 1000));
         memoryAtFirst = times.size() == kSample ? ResidentKb() : memoryAtFirst;
     }
     const std::size_t sample = std::min(kSample, times.size());

@@ -111,6 +111,14 @@ private:
         std::optional<CString> profile;
     };
 
+    /// What is left of what one load of the whole catalogue takes in. Groups beyond it come out empty: a top index may
+    /// name one group hundreds of times, with an index that takes long to read or thousands of rows.
+    struct LoadBudget {
+        std::size_t nIndexBytes = std::size_t{16} * 1024 * 1024;
+        /// All that can have an id of their own, and some that take the place of an earlier one.
+        int nRows = kMostItems + kMostUserDefineRows + 10 * kMostRecentRows;
+    };
+
     BOOL OnEraseBkgnd(CDC* pDC);
     BOOL OnMouseWheel(UINT flags, short zDelta, CPoint point);
 
@@ -169,7 +177,8 @@ private:
     int m_iVisibleRows = 11;
     MenuLayout m_layout;  // of the groups that were loaded last
     CString m_strPath;
-    std::size_t m_nIconBytes = 0;  // of all entries' icons, as they are kept
+    std::optional<LoadBudget> m_budget;  // while the whole catalogue is loaded
+    std::size_t m_nIconBytes = 0;        // of all entries' icons, as they are kept
 };
 
 /// The menu of the exported calls; null between Release and Init.

@@ -25,6 +25,9 @@ constexpr std::int64_t kMostIconFileBytes = Image::kLargestFile + 1;
 /// A menu's icons take a few megabytes. What goes far beyond is no icon.
 constexpr std::size_t kMostIconBytes = std::size_t{96} * 1024 * 1024;
 
+/// No file has a longer name, and all rows of an index may share one that is megabytes long.
+constexpr std::size_t kLongestName = 4096;
+
 CString KeyOf(int id) {
     return std::to_string(id);
 }
@@ -120,9 +123,11 @@ void CDlgCustomMenu::LoadLevel1() {
     CIniDocument index;
     index.Load(strProfiles + "order.ini");
     const int count = CountIn(index, kMostGroups);
+    m_budget.emplace();
     for (int i = 0; i < count; ++i) {
         LoadGroup(index, strProfiles, i);
     }
+    m_budget.reset();
     m_layout = MenuLayout(count);
     const CSize size = m_layout.Size();
     // The last step, since hiding a menu that was shown runs code of the host.
@@ -152,10 +157,14 @@ void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProf
 
 void CDlgCustomMenu::LoadLevel2(MenuItem* pItem, const CString& strPath) {
     CIniDocument index;
-    if (StaysInFolder(pItem->m_strFolder)) {
+    if (StaysInFolder(pItem->m_strFolder) && (!m_budget || m_budget->nIndexBytes > 0)) {
         index.Load(strPath + "/Order.ini");
     }
     pItem->m_iMenuNum = CountIn(index, MostRowsOf(pItem->m_strFolder));
+    if (m_budget) {
+        m_budget->nIndexBytes -= std::min(m_budget->nIndexBytes, index.Size());
+        m_budget->nRows -= pItem->m_iMenuNum;
+    }
     const int nextID = m_iNextLevel2ID;
     const bool isRecent = pItem->m_strFolder == kRecentFolder;
     const bool isUserDefine = pItem->m_strFolder == kUserDefineFolder;
@@ -174,10 +183,11 @@ void CDlgCustomMenu::LoadLevel2(MenuItem* pItem, const CString& strPath) {
 
 /// Rows are made as far as their ids keep apart from those of other buttons.
 int CDlgCustomMenu::MostRowsOf(const CString& strFolder) const {
+    int most = strFolder == kUserDefineFolder ? kMostUserDefineRows : kFirstItemID + kMostItems - m_iNextLevel2ID;
     if (strFolder == kRecentFolder) {
-        return kMostRecentRows;
+        most = kMostRecentRows;
     }
-    return strFolder == kUserDefineFolder ? kMostUserDefineRows : kFirstItemID + kMostItems - m_iNextLevel2ID;
+    return m_budget ? std::min(most, m_budget->nRows) : most;
 }
 
 /// The files of all rows are read beside the making of the rows. Of a row's two, the icon comes first.
@@ -187,7 +197,10 @@ void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const
     for (int k = 0; k < pGroup->m_iMenuNum; ++k) {
         RowFiles& row = rows.emplace_back();
         row.strXml = index.Get(kSection, std::to_string(k), "");
-        row.strPng = index.Get(kSection, row.strXml, "");
+        if (const std::optional<std::string_view> png = index.Find(kSection, row.strXml);
+            png && png->size() <= kLongestName) {
+            row.strPng = *png;
+        }
         row.strIconPath = PathIn(strPath, row.strPng);
         const bool isShort = row.strIconPath.size() <= Image::kLongestPath;
         requests.push_back({isShort ? row.strIconPath : CString(), FileAccess::Read, kMostIconFileBytes});

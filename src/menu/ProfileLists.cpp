@@ -15,32 +15,46 @@ constexpr std::string_view kSection = "Order";
 constexpr int kMostLookups = 1'000'000;
 constexpr std::size_t kMostBlankEntries = 9'999;
 
+/// All entries of an index may share the one name of an icon, which may be megabytes long.
+constexpr std::size_t kMostIconNameBytes = std::size_t{16} * 1024 * 1024;
+
 /// Whether a name is also one of the keys that make up a list of so many entries.
 bool IsListKey(std::string_view name, int count) {
     const std::string_view key = Trim(name);
     const int number = Atoi(key);
-    return key == "Num" || (number >= 0 && number < count && key == Format("%d", number));
+    return key == "Num" || (number >= 0 && number < count && key == std::to_string(number));
 }
 
 }  // namespace
 
-bool ProfileList::Load(const CString& path) {
+void ProfileList::Clear() {
     m_arrIDs.clear();
     m_arrXml.clear();
     m_arrPng.clear();
+}
+
+bool ProfileList::Load(const CString& path) {
+    Clear();
     CIniDocument index;
     index.Load(path);
     const int count = std::min(Atoi(index.Get(kSection, "Num", "")), kMostLookups);
     std::size_t used = 0;
     for (int i = 0; i < count; ++i) {
-        CString strXml = index.Get(kSection, Format("%d", i), "");
+        CString strXml = index.Get(kSection, std::to_string(i), "");
         used = strXml.empty() ? used : m_arrXml.size() + 1;
         m_arrXml.push_back(std::move(strXml));
     }
     m_arrXml.resize(std::min(m_arrXml.size(), std::max(used, kMostBlankEntries)));
+    std::size_t iconNameBytes = 0;
     for (const CString& strXml : m_arrXml) {
+        const std::string_view png = index.Find(kSection, strXml).value_or("");
+        iconNameBytes += png.size();
+        if (iconNameBytes > kMostIconNameBytes) {
+            Clear();
+            return false;
+        }
         m_arrIDs.push_back(m_nFirstID + static_cast<UINT>(m_arrPng.size()));
-        m_arrPng.push_back(index.Get(kSection, strXml, ""));
+        m_arrPng.emplace_back(png);
     }
     return !index.IsUnreadable();
 }
@@ -50,7 +64,7 @@ bool ProfileList::Save(const CString& path, const CString& root) const {
     index.Begin(path, root);
     index.SetInLines(kSection, "Num", Format("%d", Size()));
     for (std::size_t i = 0; i < m_arrXml.size(); ++i) {
-        index.SetInLines(kSection, Format("%zu", i), m_arrXml[i]);
+        index.SetInLines(kSection, std::to_string(i), m_arrXml[i]);
         // An entry of such a name goes without its icon, or it would take another one's place or the number of all.
         if (!IsListKey(m_arrXml[i], Size())) {
             index.SetInLines(kSection, m_arrXml[i], m_arrPng[i]);

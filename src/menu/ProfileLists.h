@@ -12,12 +12,13 @@ struct ProfileList {
     explicit ProfileList(UINT firstID) : m_nFirstID(firstID) {}
 
     /// Replaces the entries by those of an index; none where there is no such file. False, and no entries, where there
-    /// is one that can't be read: its content must not be written over.
+    /// is one that can't be read or holds too much: its content must not be written over.
     bool Load(const CString& path);
     /// Replaces the index, whole or not at all. Whatever else the old file held is gone. Below the root, the start of
     /// the path, no link is followed.
     [[nodiscard]] bool Save(const CString& path, const CString& root) const;
 
+    void Clear();
     [[nodiscard]] int Size() const { return static_cast<int>(m_arrXml.size()); }
     void Append(const CString& strXml, const CString& strPng);
     /// The ids of the entries behind it fall by one.

@@ -2,7 +2,6 @@
 
 #include "platform/core/File.h"
 
-#include <functional>
 #include <utility>
 
 namespace veldan {
@@ -10,7 +9,7 @@ namespace veldan {
 namespace {
 
 /// Far more than the longest list takes, and little enough for any content to fit into memory line by line.
-constexpr std::int64_t kMaxFileSize = 4LL * 1024 * 1024;
+constexpr std::size_t kMaxFileSize = std::size_t{4} * 1024 * 1024;
 
 bool IsHeader(std::string_view line) {
     return TrimLeft(line).starts_with('[');
@@ -42,10 +41,6 @@ CString KeyLine(std::string_view key, std::string_view value) {
     return CString(key).append("=").append(value);
 }
 
-std::size_t HashOf(std::string_view key) {
-    return std::hash<std::string_view>()(key);
-}
-
 }  // namespace
 
 void CIniDocument::Load(const CString& path) {
@@ -59,24 +54,24 @@ BOOL CIniDocument::ReadLines() {
     if (!m_bOpened) {
         return FALSE;
     }
-    CStringArray lines;
-    m_bUnreadable = m_file.GetLength() > kMaxFileSize;
-    for (CString line; !m_bUnreadable && m_file.ReadString(line);) {
-        lines.push_back(std::move(line));
-    }
+    CString text;
+    m_bUnreadable = std::cmp_greater(m_file.GetLength(), kMaxFileSize) || !m_file.ReadRest(text);
     m_bUnreadable = !m_file.Close() || m_bUnreadable;
     m_bOpened = !m_bUnreadable;
     if (m_bOpened) {
-        m_lines = std::move(lines);
+        m_lines.Assign(std::move(text));
         m_index.reset();
     }
     return m_bOpened;
 }
 
 CString CIniDocument::Get(std::string_view section, std::string_view key, std::string_view defaultValue) const {
-    const SectionIndex* pIndex = m_bOpened ? FindSection(section) : nullptr;
-    const std::optional<std::size_t> line = pIndex ? FindKey(*pIndex, key) : std::nullopt;
-    return CString(line ? ValueOf(m_lines[*line]) : defaultValue);
+    return CString(Find(section, key).value_or(defaultValue));
+}
+
+std::optional<std::string_view> CIniDocument::Find(std::string_view section, std::string_view key) const {
+    const KeyTable::Entry* pLine = m_bOpened ? FindKey(IndexOf(section), key) : nullptr;
+    return pLine ? std::optional(pLine->value) : std::nullopt;
 }
 
 void CIniDocument::Set(std::string_view section, std::string_view key, std::string_view value) {
@@ -89,78 +84,80 @@ void CIniDocument::Set(std::string_view section, std::string_view key, std::stri
 }
 
 void CIniDocument::SetInLines(std::string_view section, std::string_view key, std::string_view value) {
-    SectionIndex* pIndex = FindSection(section);
-    if (!pIndex) {
-        m_lines.push_back(CString("[").append(section).append("]"));
-        m_lines.push_back(KeyLine(key, value));
+    if (m_lines.BytesOnDisk() > kMaxFileSize) {
         return;
     }
-    if (const std::optional<std::size_t> line = FindKey(*pIndex, key)) {
-        m_lines[*line] = KeyLine(key, value);
-        return;
-    }
-    const auto end = m_lines.begin() + static_cast<std::ptrdiff_t>(pIndex->nEnd);
-    if (IsHeader(*m_lines.insert(end, KeyLine(key, value)))) {
-        // The key itself reads as a header and cuts the section short.
-        m_index.reset();
+    SectionIndex& index = IndexOf(section);
+    const CString line = KeyLine(key, value);
+    if (KeyTable::Entry* pLine = FindKey(index, key)) {
+        m_lines.Replace(pLine->nLine, line);
+        pLine->value = ValueOf(m_lines[pLine->nLine]);
+    } else if (index.nEnd) {
+        m_lines.Insert(*index.nEnd, line);
+        // A key that reads as a header ends the section right before it.
+        if (!IsHeader(line)) {
+            TakeLineIn(index);
+        }
     } else {
-        TakeLineIn(*pIndex);
+        m_lines.Append(CString("[").append(section).append("]"));
+        m_lines.Append(line);
+        m_index.reset();
     }
 }
 
 BOOL CIniDocument::Save() {
-    m_bOpened = m_file.Open(m_strFile, CStdioFile::modeCreate | CStdioFile::modeWrite);
+    m_bOpened =
+        m_lines.BytesOnDisk() <= kMaxFileSize && m_file.Open(m_strFile, CStdioFile::modeCreate | CStdioFile::modeWrite);
     if (!m_bOpened) {
         return FALSE;
     }
-    for (const CString& line : m_lines) {
-        m_file.WriteString(line);
-        m_file.WriteString("\n");
+    if (m_lines.Size() > 0) {
+        m_file.WriteString(m_lines.Text());
     }
     m_bOpened = m_file.Close();
     return m_bOpened;
 }
 
-CIniDocument::SectionIndex* CIniDocument::FindSection(std::string_view section) const {
-    if (m_index && m_index->strName == section) {
-        return &*m_index;
+CIniDocument::SectionIndex& CIniDocument::IndexOf(std::string_view section) const {
+    if (!m_index || m_index->strName != section) {
+        m_index.emplace();
+        m_index->strName = section;
+        m_index->nEnd = FindSection(section);
+        m_index->bWhole = !m_index->nEnd;
     }
-    for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        if (IsHeader(m_lines[i]) && SectionOf(m_lines[i]) == section) {
-            return &m_index.emplace(MakeIndex(section, i));
+    return *m_index;
+}
+
+/// The first line after the header.
+std::optional<std::size_t> CIniDocument::FindSection(std::string_view section) const {
+    for (std::size_t i = 0; i < m_lines.Size(); ++i) {
+        if (const std::string_view line = m_lines[i]; IsHeader(line) && SectionOf(line) == section) {
+            return i + 1;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Reads on in the section no further than it takes, since the first lines of a long one may be all that is wanted.
+KeyTable::Entry* CIniDocument::FindKey(SectionIndex& index, std::string_view key) const {
+    if (KeyTable::Entry* pKnown = index.firstLines.Find(key)) {
+        return pKnown;
+    }
+    while (!index.bWhole) {
+        if (index.nEnd == m_lines.Size() || IsHeader(m_lines[*index.nEnd])) {
+            index.bWhole = true;
+        } else if (KeyTable::Entry* pLine = TakeLineIn(index); pLine && pLine->key == key) {
+            return pLine;
         }
     }
     return nullptr;
 }
 
-CIniDocument::SectionIndex CIniDocument::MakeIndex(std::string_view section, std::size_t header) const {
-    SectionIndex index = {CString(section), header + 1, {}};
-    while (index.nEnd < m_lines.size() && !IsHeader(m_lines[index.nEnd])) {
-        TakeLineIn(index);
-    }
-    return index;
-}
-
-void CIniDocument::TakeLineIn(SectionIndex& index) const {
-    const CString& line = m_lines[index.nEnd];
-    if (IsKeyLine(line)) {
-        index.mapFirstLines.try_emplace(HashOf(KeyOf(line)), index.nEnd);
-    }
-    ++index.nEnd;
-}
-
-std::optional<std::size_t> CIniDocument::FindKey(const SectionIndex& index, std::string_view key) const {
-    const auto first = index.mapFirstLines.find(HashOf(key));
-    if (first == index.mapFirstLines.end()) {
-        return std::nullopt;
-    }
-    // Normally the first line tried is the one.
-    for (std::size_t i = first->second; i < index.nEnd; ++i) {
-        if (IsKeyLine(m_lines[i]) && KeyOf(m_lines[i]) == key) {
-            return i;
-        }
-    }
-    return std::nullopt;
+/// Null where the line has no key; otherwise the first line of its key.
+KeyTable::Entry* CIniDocument::TakeLineIn(SectionIndex& index) const {
+    const std::size_t number = (*index.nEnd)++;
+    const std::string_view line = m_lines[number];
+    return IsKeyLine(line) ? index.firstLines.Add({KeyOf(line), ValueOf(line), number}) : nullptr;
 }
 
 }  // namespace veldan

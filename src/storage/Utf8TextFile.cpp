@@ -12,22 +12,20 @@ constexpr std::string_view kMark = "\xEF\xBB\xBF";
 }  // namespace
 
 BOOL CUtf8TextFile::ReadString(CString& line) {
-    if (GetPosition() == 0 && m_bHasBom) {
-        // A mark that can't be read is no missing one: taken for text, it would hide the first header of the file.
-        const std::optional<bool> isMarked = StartsWithMark();
-        if (!isMarked) {
-            return FALSE;
-        }
-        m_bHasBom = *isMarked;
-        if (m_bHasBom) {
-            Seek(kMark.size());
-        }
-    }
     CString bytes;
-    if (!CStdioFile::ReadString(bytes)) {
+    if (!SkipMark() || !CStdioFile::ReadString(bytes)) {
         return FALSE;
     }
     line = Utf8ToAnsi(std::move(bytes));
+    return TRUE;
+}
+
+BOOL CUtf8TextFile::ReadRest(CString& text) {
+    CString bytes;
+    if (!SkipMark() || !ReadBytes(bytes)) {
+        return FALSE;
+    }
+    text = Utf8ToAnsi(std::move(bytes));
     return TRUE;
 }
 
@@ -38,10 +36,21 @@ void CUtf8TextFile::WriteString(std::string_view text) {
     CStdioFile::WriteString(AnsiToUtf8(CString(text)));
 }
 
-bool CUtf8TextFile::StartsWithMark() {
+/// A mark that can't be read is no missing one: taken for text, it would hide the first header of the file.
+bool CUtf8TextFile::SkipMark() {
+    if (GetPosition() != 0 || !m_bHasBom) {
+        return true;
+    }
     std::array<char, kMark.size()> start = {};
-    const std::size_t count = ReadHandle(0, start);
-    return std::string_view(start.data(), count) == kMark;
+    const std::optional<std::size_t> count = ReadHandle(0, start);
+    if (!count) {
+        return false;
+    }
+    m_bHasBom = std::string_view(start.data(), *count) == kMark;
+    if (m_bHasBom) {
+        Seek(kMark.size());
+    }
+    return true;
 }
 
 }  // namespace veldan

@@ -19,8 +19,11 @@ public:
     [[nodiscard]] BOOL ReadString(CString& line) override;
     void WriteString(std::string_view text) override;
 
+    /// All that is left to read, with the line ends that it has. False if reading failed.
+    [[nodiscard]] BOOL ReadRest(CString& text);
+
 private:
-    [[nodiscard]] bool StartsWithMark();
+    [[nodiscard]] bool SkipMark();
 
     /// Whether the file has the mark, or is to get it with the first text. Nothing sets it again once it is cleared.
     BOOL m_bHasBom = TRUE;

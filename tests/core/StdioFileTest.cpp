@@ -80,21 +80,6 @@ TEST(StdioFile, PositionsAreOffsetsOnTheDisk) {
     EXPECT_EQ(line, "e") << "left alone at the end";
 }
 
-TEST(StdioFile, LimitedReadingStopsInTheMiddleOfAHugeLine) {
-    const TempFolder folder;
-    const CString path = folder.Write("huge", "<start>\n");
-    std::filesystem::resize_file(path, 100'000'000);
-    CStdioFile file;
-    CString line;
-    ASSERT_TRUE(file.Open(path, CStdioFile::modeReadWrite));
-    file.LimitReading(1000);
-    EXPECT_TRUE(file.ReadString(line));
-    EXPECT_EQ(line, "<start>");
-    EXPECT_TRUE(file.ReadString(line));
-    EXPECT_EQ(line.size(), 1000U - 8U);
-    EXPECT_FALSE(file.ReadString(line));
-}
-
 TEST(StdioFile, WritesLineFeedsAsCrLfAndOnlyAtClose) {
     const TempFolder folder;
     const CString path = folder.Write("Order.ini", "old");

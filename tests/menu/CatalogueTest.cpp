@@ -107,6 +107,32 @@ TEST_F(CatalogueTest, GroupsAreMadeAsFarAsIdsReach) {
     EXPECT_EQ(Menu().GetWindowRect().Height(), 549 * 30 + 4);
 }
 
+TEST_F(CatalogueTest, WhatIsNamedAgainAndAgainIsLoadedAFewTimes) {
+    const CString lines(1'000'000, '\n');
+    const std::pair<CString, int> indexes[] = {{"[Order]\r\nNum=2000\r\n", 6397}, {"[Order]\nNum=1" + lines, 9}};
+    for (const auto& [index, most] : indexes) {
+        m_tree.Groups(std::vector<CString>(100, "UserDefine"));
+        m_tree.Write("UserDefine/order.ini", index);
+        Init();
+        int rows = 0;
+        for (int group = 0; group < 100; ++group) {
+            rows += Group(group).m_iMenuNum;
+        }
+        EXPECT_EQ(rows, most);
+        Menu().AddUserDefine("a.xml");
+        EXPECT_GT(Group(0).m_iMenuNum, 1) << "that is about one group";
+        VELDAN_ReleaseProfileMenus();
+    }
+}
+
+TEST_F(CatalogueTest, AnIconsNameLongerThanAnyFileHasIsNotKept) {
+    m_tree.Groups({"A"});
+    m_tree.Write("A/order.ini", ProfileTree::Index({{"a.xml", CString(4096, 'x')}, {"b.xml", CString(4097, 'x')}}));
+    Init();
+    EXPECT_EQ(Item(1000).m_strPng.size(), 4096U);
+    EXPECT_EQ(Item(1001).m_strPng, "");
+}
+
 TEST_F(CatalogueTest, NothingIsOpenedOutsideOfAGroupsFolder) {
     m_tree.Folder().Write("secret.xml", ProfileTree::Profile("Secret", ""));
     m_tree.Folder().Write("secret.png", ProfileTree::Icon(RGB(1, 2, 3)));

@@ -155,6 +155,17 @@ TEST_F(RecentTest, ACountBeyondAllSenseIsCutToWhatIsThere) {
     }
 }
 
+TEST_F(RecentTest, AnIndexWhoseEntriesShareAHugeNameStaysAsItIs) {
+    CString index = "[Order]\r\nNum=100\r\nx=" + CString(200'000, 'y') + "\r\n";
+    for (int i = 0; i < 100; ++i) {
+        index += std::to_string(i) + "=x\r\n";
+    }
+    m_tree.Write("Recent/order.ini", index);
+    Pick(1000);
+    EXPECT_TRUE(RecentIndex() == index);
+    EXPECT_EQ(Menu().Recent().m_iCount, 0);
+}
+
 TEST_F(RecentTest, AScrolledGroupStaysWithinItsRowsAfterARebuild) {
     Pick(1000, 10);
     Show();

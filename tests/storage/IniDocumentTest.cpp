@@ -129,6 +129,49 @@ TEST_F(IniDocument, NeverWritesOverAFileThatItCouldNotRead) {
     EXPECT_TRUE(document.IsUnreadable());
 }
 
+TEST_F(IniDocument, LooksAtEachLineAFewTimesWhateverTheFileHolds) {
+    constexpr int kKeys = 3000;
+    const CStringArray patterns = {"[%d", "[Order]%d", "%d", "name %d", ";%d", "%d=x", "same", "%d000", "x=%d", ""};
+    for (const CString& pattern : patterns) {
+        CIniDocument& document = Holding("[Next]\n[Order]\n[Last]\n" + CString(kKeys, '\n'));
+        for (int i = 0; i < kKeys; ++i) {
+            const CString key = ReplaceAll(pattern, "%d", std::to_string(i));
+            document.SetInLines("Order", key, "first");
+            document.SetInLines("Order", key, "value");
+            document.SetInLines("Order", std::to_string(i), key);
+            static_cast<void>(document.Get("Order", key, "-"));
+            static_cast<void>(document.Get("Order", Format("none %d", i), ""));
+        }
+        EXPECT_EQ(document.Get("Order", "2999", "-"), ReplaceAll(pattern, "%d", "2999"));
+        EXPECT_TRUE(document.Save());
+        EXPECT_LT(document.Steps(), 12U * kKeys) << pattern;
+    }
+}
+
+TEST_F(IniDocument, KeysThatReadAsHeadersPileUpBehindTheSection) {
+    CIniDocument& document = Holding("[A]\n[B]\n1=b\n");
+    document.SetInLines("A", "[x", "1");
+    document.SetInLines("A", "[y", "2");
+    document.SetInLines("A", "0", "a");
+    document.SetInLines("B", "0", "b");
+    document.SetInLines("A", "1", "c");
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(m_folder.Read("order.ini"), "[A]\r\n0=a\r\n1=c\r\n[y=2\r\n[x=1\r\n[B]\r\n1=b\r\n0=b\r\n");
+}
+
+TEST_F(IniDocument, WritesNoFileThatItWouldNotRead) {
+    const CString content = "[Order]\n" + CString(3'000'000, '\n');
+    CIniDocument& document = Holding(content);
+    document.Set("Order", "0", "a");
+    EXPECT_EQ(m_folder.Read("order.ini"), content) << "each line end has two bytes when written";
+    document.Begin(m_folder / "order.ini");
+    for (int i = 0; i < 10'000; ++i) {
+        document.SetInLines("Order", std::to_string(i), CString(1000, 'x'));
+    }
+    EXPECT_FALSE(document.Save());
+    EXPECT_LT(document.Size(), 4'200'000U) << "what is too much is not even kept";
+}
+
 TEST_F(IniDocument, AfterAnyChangesItAnswersLikeOneThatReadsItsFile) {
     std::mt19937 random(7);
     const auto pick = [&](const CStringArray& texts) { return texts[random() % texts.size()]; };

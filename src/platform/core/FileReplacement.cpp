@@ -3,16 +3,15 @@
 #include "platform/core/File.h"
 #include "platform/core/FileCalls.h"
 #include "platform/core/PathResolver.h"
+#include "platform/core/Random.h"
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/random.h>
 #include <unistd.h>
 
 namespace veldan {
@@ -25,13 +24,8 @@ constexpr std::size_t kRandomDigits = 16;
 /// Short whatever the target is called, since a target's name may have all the bytes that a name can have. Nobody gives
 /// a file of their own such a name by accident: the tag, the number of the process, and 64 random bits.
 CString NextTemporaryName() {
-    std::uint64_t random = 0;
-    if (getrandom(&random, sizeof random, GRND_NONBLOCK) != sizeof random) {
-        static std::atomic<std::uint64_t> s_nCounter = 0;
-        random = s_nCounter.fetch_add(1);
-    }
     return Format("%s%d-%016llx", kTemporaryTag.data(), static_cast<int>(getpid()),
-                  static_cast<unsigned long long>(random));
+                  static_cast<unsigned long long>(RandomBits()));
 }
 
 bool IsTemporaryName(std::string_view name) {

@@ -124,22 +124,27 @@ void CStdioFile::Write(std::string_view bytes) {
     }
 }
 
-std::size_t CStdioFile::ReadHandle(std::int64_t position, std::span<char> bytes) {
-    if (!m_handle.IsOpen()) {
-        return 0;
+std::optional<std::size_t> CStdioFile::ReadHandle(std::int64_t position, std::span<char> bytes) {
+    const std::optional<std::size_t> count = m_handle.IsOpen() ? m_handle.ReadAt(position, bytes) : std::nullopt;
+    m_bFailed = m_bFailed || (m_handle.IsOpen() && !count);
+    return count;
+}
+
+bool CStdioFile::ReadBytes(CString& bytes) {
+    CString rest(static_cast<std::size_t>(std::max<std::int64_t>(m_nLength - m_nPosition, 0)), '\0');
+    const std::optional<std::size_t> count = ReadHandle(m_nPosition, rest);
+    if (!count) {
+        return false;
     }
-    const std::optional<std::size_t> count = m_handle.ReadAt(position, bytes);
-    m_bFailed = m_bFailed || !count;
-    return count.value_or(0);
+    rest.resize(*count);
+    Seek(m_nLength);
+    bytes = std::move(rest);
+    return true;
 }
 
 void CStdioFile::Seek(std::int64_t position) {
     m_nPosition = std::max<std::int64_t>(position, 0);
     m_nNext = m_nFilled = 0;
-}
-
-void CStdioFile::LimitReading(std::int64_t bytes) {
-    m_nLength = std::min(m_nLength, bytes);
 }
 
 }  // namespace veldan

@@ -54,8 +54,12 @@ public:
     /// Writes bytes as they are.
     void Write(std::string_view bytes);
 
-    /// Reads bytes straight from the file, past the stream's buffer and without moving its position. Returns how many.
-    [[nodiscard]] std::size_t ReadHandle(std::int64_t position, std::span<char> bytes);
+    /// Reads bytes straight from the file, past the stream's buffer and without moving its position. Returns how many,
+    /// or nothing on an error.
+    [[nodiscard]] std::optional<std::size_t> ReadHandle(std::int64_t position, std::span<char> bytes);
+
+    /// Reads all bytes from the position to the end, as they are. False on an error; `bytes` is then unchanged.
+    [[nodiscard]] bool ReadBytes(CString& bytes);
 
     /// Moves the place where reading goes on.
     void Seek(std::int64_t position);
@@ -64,9 +68,6 @@ public:
 
     /// The file's length in bytes when it was opened.
     [[nodiscard]] std::int64_t GetLength() const { return m_nLength; }
-
-    /// Makes reading take a file for one that ends after so many bytes, to bound what a huge file costs.
-    void LimitReading(std::int64_t bytes);
 
 private:
     [[nodiscard]] BOOL OpenExisting(std::string_view path, FileAccess access);
