@@ -72,6 +72,7 @@ TEST_P(FocusTest, LossToAForeignWindowIsToldAndLeftAlone) {
     ASSERT_TRUE(WaitFor(DisplayEventKind::OutsidePress));
     third.TakeFocus();
     ASSERT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+    EXPECT_TRUE(WaitFor(DisplayEventKind::ForeignActive));
     m_display->GiveBackFocus();
     m_display->Sync();
     EXPECT_EQ(m_hand.Focus(), third.Id());
@@ -106,7 +107,7 @@ TEST_P(FocusTest, NewsFromBeforeItWasTakenIsOutOfDate) {
 TEST_P(FocusTest, MovesBetweenOwnWindowsAndAGrabOfTheKeyboardAreNoLoss) {
     ShowFocusedMenu();
     m_other->GrabKeyboard();
-    EXPECT_FALSE(HasCome(DisplayEventKind::FocusOut));
+    EXPECT_FALSE(HasCome(DisplayEventKind::ForeignActive));
     Show(8, {300, 120, 500, 280});
     m_display->TakeFocus(8);
     m_display->Sync();
@@ -125,7 +126,7 @@ TEST_P(FocusTest, HandingItOnFromAHiddenWindowIsNoLoss) {
 }
 
 TEST_P(FocusTest, FrameTakesItAsSoonAsItMay) {
-    m_display->CreateTopLevel(kFrame, {.kind = TopLevelKind::Frame, .title = "host"}, {300, 200, 500, 350});
+    m_display->CreateTopLevel(kFrame, {.managed = true, .title = "host"}, {300, 200, 500, 350});
     m_display->SetVisible(kFrame, true);
     m_display->TakeFocus(kFrame);
     ExpectOf(kFrame, DisplayEventKind::FocusIn);
@@ -137,7 +138,7 @@ protected:
 };
 
 TEST_F(BareFocusTest, StrayLossToAnOwnFrameIsUndoneOnceToo) {
-    Show(kFrame, {300, 300, 500, 450}, 0xff336699, TopLevelKind::Frame);
+    Show(kFrame, {300, 300, 500, 450}, 0xff336699, kFrameTraits);
     ASSERT_TRUE(m_hand.WaitForPixel({400, 400}, 0x336699));
     m_display->TakeFocus(kFrame);
     ASSERT_TRUE(WaitFor(DisplayEventKind::FocusIn));
@@ -155,7 +156,7 @@ protected:
 };
 
 TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
-    Show(kFrame, {300, 100, 500, 250}, 0xff336699, TopLevelKind::Frame);
+    Show(kFrame, {300, 100, 500, 250}, 0xff336699, kFrameTraits);
     ASSERT_TRUE(m_hand.WaitForPixel({400, 200}, 0x336699));
     m_hand.ClickAt({400, 200});
     ASSERT_TRUE(WaitFor(DisplayEventKind::ButtonRelease));
@@ -165,7 +166,9 @@ TEST_F(ManagedFocusTest, ManagersKeyToSwitchWindowsTakesIt) {
     m_clock->Advance(300);
     ASSERT_TRUE(m_hand.SwitchWindow());
     EXPECT_TRUE(WaitFor(DisplayEventKind::FocusOut));
+    EXPECT_TRUE(WaitFor(DisplayEventKind::ForeignActive));
     EXPECT_TRUE(WaitUntil([&] { return m_hand.Focus() == m_other->Id(); }));
+    EXPECT_FALSE(HasCome(DisplayEventKind::ForeignActive)) << "once";
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ TEST_F(PointerTest, LeavingIsToldOnceAndNotBetweenOwnWindows) {
 
 TEST_F(PointerTest, PressesAndReleasesBringButtonPlaceAndFlagsAlsoThroughAToolTip) {
     ShowMenu();
-    Show(8, {140, 150, 200, 170}, 0xffffffe0, TopLevelKind::ToolTip);
+    Show(8, {140, 150, 200, 170}, 0xffffffe0, {.takesFocus = false, .letsInputThrough = true});
     m_hand.Move(kInMenu);
     m_hand.KeyDown(XKB_KEY_Control_L);
     m_hand.Press(1);
@@ -206,7 +206,7 @@ TEST_P(OutsidePressTest, IsToldWhileAWindowIsShownAndReachesItsTarget) {
 
 TEST_P(OutsidePressTest, PressesInOwnWindowsAndWheelStepsAreNone) {
     ShowMenu();
-    Show(kFrame, {400, 300, 600, 400}, 0xff336699, TopLevelKind::Frame);
+    Show(kFrame, {400, 300, 600, 400}, 0xff336699, kFrameTraits);
     ASSERT_TRUE(m_hand.WaitForPixel({500, 350}, 0x336699));
     m_hand.ClickAt(kInMenu);
     m_hand.ClickAt({500, 350});

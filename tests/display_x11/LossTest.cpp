@@ -15,7 +15,7 @@ protected:
     // Every call, on a display whose server is gone.
     void CallEverything() {
         Present(kMenu, {500, 500}, 0xff112233);
-        m_display->CreateTopLevel(kFrame, {.kind = TopLevelKind::Frame}, kMenuRect);
+        m_display->CreateTopLevel(kFrame, kFrameTraits, kMenuRect);
         m_display->SetTitle(kMenu, "title");
         m_display->SetRect(kMenu, kMenuRect);
         m_display->SetVisible(kMenu, false);

@@ -2,6 +2,12 @@
 
 #include "platform/display/x11/X11Upload.h"
 
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
 namespace veldan {
 
 namespace {
@@ -16,6 +22,8 @@ struct ServerKind {
 void PrintTo(const ServerKind& kind, std::ostream* out) {
     *out << kind.name;
 }
+
+constexpr TopLevelId kOther = 10;
 
 // What windows and pixels do must not depend on what else the server can do.
 class WindowsTest : public X11DisplayTest, public testing::WithParamInterface<ServerKind> {
@@ -138,9 +146,9 @@ TEST_F(PixelsTest, WindowNeverPresentedAndEmptyOnesDoNoHarm) {
 }
 
 class StackingTest : public X11DisplayTest {};
+class ManagedStackingTest : public ManagedX11DisplayTest {};
 
 TEST_F(StackingTest, WindowsAreStackedAsToldAndGoneWhenHiddenOrDestroyed) {
-    const TopLevelId kOther = 8;
     const std::uint32_t empty = m_hand.PixelAt(kInMenu);
     ShowMenu();
     Show(kOther, kMenuRect, 0xff00ff00);
@@ -179,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(OtherProgram, InterferenceTest, testing::Bool(),
                          [](const auto& destroys) { return destroys.param ? "Destroys" : "Unmaps"; });
 
 TEST_P(InterferenceTest, WindowTakenAwayByAnotherProgramIsToldHiddenAndComesBackGood) {
-    Show(kFrame, {500, 500, 700, 600}, 0xff336699, TopLevelKind::Frame);
+    Show(kFrame, {500, 500, 700, 600}, 0xff336699, kFrameTraits);
     m_display->CreateTopLevel(kMenu, {.title = TitleOf(kMenu), .owner = kFrame}, kMenuRect);
     Present(kMenu, kMenuRect.Size(), 0xff204060);
     m_display->SetVisible(kMenu, true);
@@ -207,8 +215,26 @@ TEST_P(InterferenceTest, WindowTakenAwayByAnotherProgramIsToldHiddenAndComesBack
     EXPECT_FALSE(HasCome(DisplayEventKind::Hidden)) << "what the owner of a window does is no news";
 }
 
+TEST_F(ManagedStackingTest, PopupGoesBesideADecoratedFrameAndUnderWhatIsAboveIt) {
+    constexpr CPoint kAll{500, 350};
+    Show(kFrame, {400, 300, 600, 400}, 0xff336699, kFrameTraits);
+    XForeignWindow other(m_server.Name(), {450, 320, 700, 500}, 0x808080);
+    ASSERT_TRUE(m_hand.WaitForPixel(kAll, 0x808080));
+    Show(kMenu, {420, 280, 620, 480});
+    ASSERT_TRUE(m_hand.WaitForPixel(kAll, 0x204060));
+    m_display->Restack(kMenu, StackPlace::Above, kFrame);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel(kAll, 0x808080));
+    EXPECT_EQ(m_hand.PixelAt({430, 350}), 0x204060U) << "above the frame";
+    EXPECT_EQ(m_hand.PixelAt({430, 285}), 0x204060U) << "and above its decoration";
+    m_display->Restack(kMenu, StackPlace::Below, kFrame);
+    m_display->Sync();
+    EXPECT_TRUE(m_hand.WaitForPixel({430, 350}, 0x336699));
+    EXPECT_NE(m_hand.PixelAt({430, 290}), 0x204060U) << "under the decoration too";
+}
+
 TEST_F(StackingTest, ManagersAndToolsFindWhatTheyLookFor) {
-    Show(kFrame, {400, 300, 600, 400}, 0xff000000, TopLevelKind::Frame);
+    Show(kFrame, {400, 300, 600, 400}, 0xff000000, kFrameTraits);
     m_display->CreateTopLevel(kMenu, {.title = "veldan menu", .owner = kFrame}, kMenuRect);
     m_display->SetVisible(kMenu, true);
     m_display->Sync();
@@ -221,12 +247,28 @@ TEST_F(StackingTest, ManagersAndToolsFindWhatTheyLookFor) {
     m_display->SetTitle(kMenu, "größer");
     m_display->Sync();
     EXPECT_EQ(m_hand.PropertyOf(menu, "_NET_WM_NAME"), "größer");
+    const std::string program(program_invocation_short_name);
+    EXPECT_EQ(m_hand.PropertyOf(frame, "WM_CLASS"), program + '\0' + program + '\0') << "it stands for the host";
+    const pid_t process = getpid();
+    std::array<char, 256> machine{};
+    gethostname(machine.data(), machine.size());
+    for (const xcb_window_t window : {menu, frame}) {
+        EXPECT_EQ(m_hand.PropertyOf(window, "_NET_WM_PID"),
+                  std::string(reinterpret_cast<const char*>(&process), sizeof process));
+        EXPECT_EQ(m_hand.PropertyOf(window, "WM_CLIENT_MACHINE"), machine.data());
+    }
+    std::uint32_t side = 0;
+    const std::string icon = m_hand.PropertyOf(frame, "_NET_WM_ICON");
+    ASSERT_GE(icon.size(), sizeof side);
+    std::memcpy(&side, icon.data(), sizeof side);
+    EXPECT_EQ(side, 16U);
+    EXPECT_TRUE(m_hand.IsAnswered(frame, [this] { EXPECT_FALSE(HasCome(DisplayEventKind::CloseRequest)); }));
 }
 
 using FrameTest = ManagedX11DisplayTest;
 
 TEST_F(FrameTest, HearsOfMovesAndOfTheWishToCloseItAndComesBackWhenHidden) {
-    Show(kFrame, {400, 300, 600, 400}, 0xff336699, TopLevelKind::Frame);
+    Show(kFrame, {400, 300, 600, 400}, 0xff336699, kFrameTraits);
     ASSERT_TRUE(m_hand.WaitForPixel({500, 350}, 0x336699));
     EXPECT_EQ(m_hand.RectOf(WindowOf(kFrame)), (CRect{400, 300, 600, 400}));
     m_hand.AskToMove(WindowOf(kFrame), {120, 90});
@@ -251,7 +293,7 @@ TEST_F(FrameTest, HearsOfMovesAndOfTheWishToCloseItAndComesBackWhenHidden) {
 
 TEST_F(FrameTest, IsMadeNoSmallerThanItsHostWants) {
     constexpr CSize kSmallest{260, 200};
-    const TopLevelTraits traits{.kind = TopLevelKind::Frame, .title = TitleOf(kFrame), .smallest = kSmallest};
+    const TopLevelTraits traits{.managed = true, .title = TitleOf(kFrame), .smallest = kSmallest};
     m_display->CreateTopLevel(kFrame, traits, {400, 300, 800, 600});
     m_display->SetVisible(kFrame, true);
     m_display->SetRect(kFrame, {300, 200, 700, 500});
@@ -259,6 +301,51 @@ TEST_F(FrameTest, IsMadeNoSmallerThanItsHostWants) {
     ASSERT_TRUE(WaitUntil([&] { return WindowOf(kFrame) != 0; }));
     m_hand.AskToResize(WindowOf(kFrame), {50, 50});
     EXPECT_TRUE(WaitUntil([&] { return m_hand.RectOf(WindowOf(kFrame)).Size() == kSmallest; }));
+}
+
+struct Absence {
+    const char* name;
+    void (*begin)(XHand&, xcb_window_t);
+    void (*end)(XHand&, xcb_window_t);
+};
+
+class AbsenceTest : public ManagedX11DisplayTest, public testing::WithParamInterface<Absence> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    OfFrame, AbsenceTest,
+    testing::Values(Absence{"AsIcon", [](XHand& hand, xcb_window_t frame) { hand.AskToIconify(frame); },
+                            [](XHand& hand, xcb_window_t frame) { hand.AskToActivate(frame); }},
+                    Absence{"OnAnotherDesktop", [](XHand& hand, xcb_window_t) { hand.AskForDesktop(1); },
+                            [](XHand& hand, xcb_window_t) { hand.AskForDesktop(0); }}),
+    [](const auto& absence) { return absence.param.name; });
+
+TEST_P(AbsenceTest, PopupsGoWithTheirFrameAndComeBackInTheirOrder) {
+    constexpr TopLevelId kUpper = 8;
+    constexpr TopLevelId kLate = 9;
+    Show(kFrame, {400, 300, 600, 400}, 0xff336699, kFrameTraits);
+    ASSERT_TRUE(m_hand.WaitForPixel({500, 350}, 0x336699));
+    const xcb_window_t frame = WindowOf(kFrame);
+    Show(kMenu, {420, 310, 520, 390}, 0xff204060, {.owner = kFrame});
+    Show(kUpper, {500, 310, 580, 390}, 0xff00ff00, {.owner = kMenu});
+    Show(kOther, {100, 100, 200, 200}, 0xffff0000);
+    m_hand.Move({510, 320});
+    ASSERT_TRUE(WaitFor(DisplayEventKind::PointerMove));
+    GetParam().begin(m_hand, frame);
+    EXPECT_TRUE(WaitFor(DisplayEventKind::PointerLeave));
+    m_display->CreateTopLevel(kLate, {.title = TitleOf(kLate), .owner = kFrame}, {420, 310, 430, 320});
+    m_display->SetVisible(kLate, true);
+    EXPECT_FALSE(HasCome(DisplayEventKind::Hidden));
+    ASSERT_TRUE(WaitUntil([&] { return WindowOf(kMenu) == 0 && WindowOf(kUpper) == 0; }));
+    EXPECT_EQ(WindowOf(kLate), 0U);
+    EXPECT_NE(WindowOf(kOther), 0U) << "nobody's window stays";
+    GetParam().end(m_hand, frame);
+    ASSERT_TRUE(WaitFor(DisplayEventKind::PointerMove)) << "under the resting pointer again";
+    ASSERT_TRUE(m_hand.WaitForPixel({510, 350}, 0x00ff00));
+    EXPECT_EQ(m_hand.PixelAt({440, 350}), 0x204060U);
+    EXPECT_NE(WindowOf(kLate), 0U);
+    m_display->SetVisible(kFrame, false);
+    EXPECT_FALSE(HasCome(DisplayEventKind::PointerLeave));
+    EXPECT_EQ(m_hand.PixelAt({440, 350}), 0x204060U) << "what the host hides itself takes nothing along";
 }
 
 class ScreenTest : public X11DisplayTest {};

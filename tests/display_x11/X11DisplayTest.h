@@ -18,6 +18,7 @@
 
 namespace veldan {
 
+inline const TopLevelTraits kFrameTraits{.type = TopLevelType::Normal, .managed = true};
 inline constexpr TopLevelId kMenu = 7;
 inline constexpr TopLevelId kFrame = 3;
 inline constexpr CRect kMenuRect{100, 120, 300, 280};
@@ -45,9 +46,9 @@ protected:
     }
 
     /// A window of one colour, on the screen when the call returns.
-    void Show(TopLevelId id, const CRect& rect, std::uint32_t colour = 0xff204060,
-              TopLevelKind kind = TopLevelKind::Popup) {
-        m_display->CreateTopLevel(id, {.kind = kind, .title = TitleOf(id)}, rect);
+    void Show(TopLevelId id, const CRect& rect, std::uint32_t colour = 0xff204060, TopLevelTraits traits = {}) {
+        traits.title = TitleOf(id);
+        m_display->CreateTopLevel(id, traits, rect);
         Present(id, rect.Size(), colour);
         m_display->SetVisible(id, true);
         m_display->Sync();

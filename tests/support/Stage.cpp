@@ -85,6 +85,7 @@ public:
         Wait(100);
     }
     void SwitchToForeignWindow() override {
+        m_foreign->Raise();
         m_foreign->TakeFocus();
         CatchUp();
     }

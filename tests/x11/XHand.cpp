@@ -162,15 +162,38 @@ void XHand::AskToResize(xcb_window_t window, CSize size) {
     Sync();
 }
 
-void XHand::AskToClose(xcb_window_t window) {
+void XHand::AskManager(xcb_window_t window, std::string_view name, std::uint32_t value) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = Atom("_NET_CLOSE_WINDOW");
+    message.type = Atom(name);
+    message.data.data32[0] = value;
     xcb_send_event(m_connection, 0, m_root, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
     Sync();
+}
+
+bool XHand::IsAnswered(xcb_window_t window, const std::function<void()>& letItAnswer) {
+    constexpr std::uint32_t kAnswers = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &kAnswers);
+    xcb_client_message_event_t question{};
+    question.response_type = XCB_CLIENT_MESSAGE;
+    question.format = 32;
+    question.window = window;
+    question.type = Atom("WM_PROTOCOLS");
+    question.data.data32[0] = Atom("_NET_WM_PING");
+    question.data.data32[1] = 4711;
+    question.data.data32[2] = window;
+    xcb_send_event(m_connection, 0, window, 0, reinterpret_cast<const char*>(&question));
+    Sync();
+    return WaitUntil([&] {
+        letItAnswer();
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(m_connection));
+        const auto* answer = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+        return event && (event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && answer->window == m_root &&
+               answer->type == question.type && std::ranges::equal(answer->data.data32, question.data.data32);
+    });
 }
 
 void XHand::PoseAsCompositor() {
@@ -193,6 +216,12 @@ XForeignWindow::XForeignWindow(const std::string& display, const CRect& rect, st
     xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
     xcb_icccm_set_wm_normal_hints(m_connection, m_window, &hints);
     Show();
+}
+
+void XForeignWindow::Raise() {
+    constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, m_window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
+    Sync();
 }
 
 bool XForeignWindow::Show() {

@@ -3,10 +3,12 @@
 #include "platform/core/Geometry.h"
 
 #include <xcb/xcb.h>
+#include <xcb/xcb_icccm.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -89,7 +91,12 @@ public:
     /// What a person does with a window through its manager.
     void AskToMove(xcb_window_t window, CPoint screen);
     void AskToResize(xcb_window_t window, CSize size);
-    void AskToClose(xcb_window_t window);
+    void AskToClose(xcb_window_t window) { AskManager(window, "_NET_CLOSE_WINDOW"); }
+    void AskToIconify(xcb_window_t window) { AskManager(window, "WM_CHANGE_STATE", XCB_ICCCM_WM_STATE_ICONIC); }
+    void AskToActivate(xcb_window_t window) { AskManager(window, "_NET_ACTIVE_WINDOW"); }
+    void AskForDesktop(std::uint32_t number) { AskManager(m_root, "_NET_CURRENT_DESKTOP", number); }
+    /// Whether a program that says that it answers does so: a manager's question to a window, and the answer to it.
+    [[nodiscard]] bool IsAnswered(xcb_window_t window, const std::function<void()>& letItAnswer);
 
     /// Looks to programs like a compositor from now on; nothing is composed.
     void PoseAsCompositor();
@@ -100,6 +107,7 @@ private:
         bool withShift = false;
     };
 
+    void AskManager(xcb_window_t window, std::string_view message, std::uint32_t value = 0);
     void Fake(std::uint8_t type, int detail, CPoint screen = {});
     [[nodiscard]] KeyPlace Find(std::uint32_t symbol) const;
     [[nodiscard]] xcb_atom_t Atom(std::string_view name) const;
@@ -118,6 +126,8 @@ public:
 
     [[nodiscard]] xcb_window_t Id() const { return m_window; }
     void TakeFocus() { GiveFocus(m_window); }
+    /// Comes above all others, which a manager does when it activates a window.
+    void Raise();
     /// Asks to be shown; whether a window manager has put a frame round it by then.
     bool Show();
     /// Takes the keys for itself alone and gives them back, as the menu of another program does.

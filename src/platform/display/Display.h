@@ -17,20 +17,26 @@ class Surface;
 /// A top-level window on a display; the window layer chooses the number, never 0, and never uses one twice.
 using TopLevelId = std::uint64_t;
 
-enum class TopLevelKind {
-    Frame,    ///< The host's own kind: a window manager may decorate, move and resize it.
-    Popup,    ///< Stands exactly where it is told; the menu and dialogs.
-    ToolTip,  ///< As Popup, never takes the keyboard focus and lets the pointer through.
-};
+/// What a window is for, as a hint for window managers and compositors.
+enum class TopLevelType { Normal, Dialog, PopupMenu, ComboList, ToolTip };
 
+/// What stays as it is for a window's life, apart from the title.
 struct TopLevelTraits {
-    TopLevelKind kind = TopLevelKind::Popup;
+    TopLevelType type = TopLevelType::PopupMenu;
+    /// A window manager may decorate, move, resize and iconify it, or put it on another desktop. Without this trait the
+    /// window stands exactly where it is told.
+    bool managed = false;
+    bool takesFocus = true;
+    bool letsInputThrough = false;  ///< The pointer doesn't notice it.
     std::string title{};
+    /// While a window manager keeps the owner off the screen, as an icon or on another desktop, the window isn't on the
+    /// screen either, whatever SetVisible says. It comes back with the owner, directly above it. An owner that is
+    /// hidden by SetVisible hides nothing.
     TopLevelId owner = 0;
     CSize smallest{};  ///< Of a frame: a window manager makes it no smaller.
 };
 
-enum class StackPlace { Top, Bottom, Below };
+enum class StackPlace { Top, Bottom, Above, Below };
 
 enum class CursorShape { Arrow, Wait, Hand, Text };
 
@@ -43,13 +49,15 @@ enum class DisplayEventKind {
     KeyPress,  ///< `key` is a virtual key code, `text` what the key typed as UTF-8, often empty; control characters
                ///< too.
     KeyRelease,
-    FocusIn,       ///< `window` has the keyboard focus now.
-    FocusOut,      ///< No own window has the keyboard focus any more.
-    OutsidePress,  ///< A button went down at `screen` where no own window is; only sent while an own window is shown.
-    Moved,         ///< A window manager put the frame `window` to `rect`.
-    Hidden,        ///< Another program unmapped or destroyed `window`, which was shown; showing it brings it back.
-    CloseRequest,  ///< A person asked to close the frame `window`.
-    Lost,          ///< The display is gone. Nothing follows.
+    FocusIn,        ///< `window` has the keyboard focus now.
+    FocusOut,       ///< No own window has the keyboard focus any more.
+    ForeignActive,  ///< A window of another program became the active one; only sent while an own window is shown.
+                    ///< Where the focus went there as well, FocusOut comes first.
+    OutsidePress,   ///< A button went down at `screen` where no own window is; only sent while an own window is shown.
+    Moved,          ///< A window manager put the frame `window` to `rect`.
+    Hidden,         ///< Another program unmapped or destroyed `window`, which was shown; showing it brings it back.
+    CloseRequest,   ///< A person asked to close the frame `window`.
+    Lost,           ///< The display is gone. Nothing follows.
 };
 
 /// State of buttons and modifiers with a pointer event, as in the wParam of mouse messages.
@@ -96,7 +104,8 @@ public:
     /// Maps or unmaps. What was presented before is on the screen from the first frame, also where another program
     /// destroyed the window meanwhile.
     virtual void SetVisible(TopLevelId id, bool visible) = 0;
-    /// `sibling` counts for StackPlace::Below only: `id` goes directly below it.
+    /// `sibling` counts for Above and Below: `id` goes directly above or below it and its decoration. A popup that was
+    /// put above its owner's frame lies no longer over windows of other programs that are above that frame.
     virtual void Restack(TopLevelId id, StackPlace place, TopLevelId sibling) = 0;
 
     /// Gives the keyboard focus to a shown window; remembers who had it before.

@@ -9,11 +9,18 @@ namespace veldan {
 
 namespace {
 
-TopLevelKind KindOf(const WindowRecord& record) {
-    if ((record.exStyle & WS_EX_TRANSPARENT) != 0) {
-        return TopLevelKind::ToolTip;
-    }
-    return (record.style & WS_POPUP) != 0 ? TopLevelKind::Popup : TopLevelKind::Frame;
+TopLevelTraits TraitsOf(const WindowRecord& record, HWND owner) {
+    const bool isPopup = (record.style & WS_POPUP) != 0;
+    const bool isTransparent = (record.exStyle & WS_EX_TRANSPARENT) != 0;
+    TopLevelTraits traits;
+    traits.type = isTransparent ? TopLevelType::ToolTip : isPopup ? TopLevelType::PopupMenu : TopLevelType::Normal;
+    traits.managed = !isPopup && !isTransparent;
+    traits.takesFocus = !isTransparent && (record.exStyle & WS_EX_NOACTIVATE) == 0;
+    traits.letsInputThrough = isTransparent;
+    traits.title = record.text;
+    traits.owner = owner.Value();
+    traits.smallest = record.windowClass->smallest;
+    return traits;
 }
 
 }  // namespace
@@ -35,8 +42,7 @@ HWND WindowLife::Create(CWnd& object, const WindowClass& windowClass, const CREA
     record.id = create.id;
     record.text = create.text;
     if (!isChild) {
-        const TopLevelTraits traits{KindOf(record), record.text, owner.Value(), windowClass.smallest};
-        m_context.GetDisplay().CreateTopLevel(window.Value(), traits, record.rect);
+        m_context.GetDisplay().CreateTopLevel(window.Value(), TraitsOf(record, owner), record.rect);
     }
     object.m_hWnd = window;
     object.PreSubclassWindow();

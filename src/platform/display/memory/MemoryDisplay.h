@@ -31,10 +31,15 @@ public:
     void ReleaseKey(UINT key);
     /// A window of another program, on top of everything. A press on it gives it the focus.
     TopLevelId AddForeignWindow(const CRect& rect);
-    /// What a window manager's switch to another program does: the focus goes, no button is pressed.
+    /// What a window manager's switch to another program does: the window comes to the top and has the focus, no button
+    /// is pressed. An own window only gets the focus.
     void FocusForeignWindow(TopLevelId id);
     /// A window manager moves a frame, and makes it no smaller than its host wants it.
     void MoveFrame(TopLevelId id, const CRect& rect);
+    /// A window manager makes a frame an icon or shows another desktop; and takes that back, which raises the frame and
+    /// gives it the focus.
+    void KeepFrameOff(TopLevelId id);
+    void BringFrameBack(TopLevelId id);
     void RequestClose(TopLevelId id);
     /// Another program unmaps a window of ours.
     void UnmapByForce(TopLevelId id);
@@ -74,21 +79,24 @@ public:
 private:
     struct Window {
         TopLevelId id = 0;
-        TopLevelKind kind = TopLevelKind::Popup;
+        TopLevelTraits traits;
         bool foreign = false;
         bool visible = false;
+        bool keptOff = false;  // a managed one, by the manager
         CRect rect;
-        CSize smallest;
-        std::string title;
         CursorShape cursor = CursorShape::Arrow;
         std::unique_ptr<Surface> pixels;
     };
 
     [[nodiscard]] Window* Find(TopLevelId id);
-    [[nodiscard]] Window* WindowUnderPointer();
+    [[nodiscard]] const Window* Find(TopLevelId id) const;
+    [[nodiscard]] bool IsOnScreen(const Window& window) const;
+    [[nodiscard]] bool IsOwnedBy(const Window& window, TopLevelId frame) const;
+    [[nodiscard]] const Window* WindowUnderPointer() const;
     [[nodiscard]] bool AnyOwnVisible() const;
     [[nodiscard]] static std::uint32_t PixelOf(const Window& window, CPoint screen);
     void Send(DisplayEventKind kind, TopLevelId window, int button = 0, int delta = 0);
+    void MoveInStack(TopLevelId id, StackPlace place, TopLevelId sibling);
     void PointerMayHaveCrossed();
     void SetFocusTo(TopLevelId id);
 

@@ -25,8 +25,19 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(X11Atom::Count)>
     "UTF8_STRING",
     "_NET_WM_WINDOW_TYPE",
     "_NET_WM_WINDOW_TYPE_NORMAL",
+    "_NET_WM_WINDOW_TYPE_DIALOG",
     "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+    "_NET_WM_WINDOW_TYPE_COMBO",
     "_NET_WM_WINDOW_TYPE_TOOLTIP",
+    "_NET_WM_PID",
+    "_NET_WM_ICON",
+    "_NET_WM_PING",
+    "WM_STATE",
+    "_NET_WM_STATE",
+    "_NET_WM_STATE_HIDDEN",
+    "_NET_WM_DESKTOP",
+    "_NET_CURRENT_DESKTOP",
+    "_NET_ACTIVE_WINDOW",
 };
 
 xcb_screen_t* ScreenAt(const xcb_setup_t* setup, int number) {

@@ -28,8 +28,19 @@ enum class X11Atom : std::size_t {
     Utf8String,
     NetWmWindowType,
     NetWmWindowTypeNormal,
+    NetWmWindowTypeDialog,
     NetWmWindowTypePopupMenu,
+    NetWmWindowTypeCombo,
     NetWmWindowTypeTooltip,
+    NetWmPid,
+    NetWmIcon,
+    NetWmPing,
+    WmState,
+    NetWmState,
+    NetWmStateHidden,
+    NetWmDesktop,
+    NetCurrentDesktop,
+    NetActiveWindow,
     Count
 };
 
@@ -60,6 +71,8 @@ public:
     [[nodiscard]] xcb_screen_t* Screen() const { return m_screen; }
     [[nodiscard]] xcb_window_t Root() const { return m_screen->root; }
     [[nodiscard]] const X11Features& Features() const { return m_features; }
+    /// Whether a compositor puts the windows on the screen.
+    [[nodiscard]] bool IsComposited() const { return m_bComposited; }
     [[nodiscard]] xcb_atom_t Atom(X11Atom atom) const { return m_atoms[static_cast<std::size_t>(atom)]; }
 
     /// What all own windows are made with: as the root, since the server keeps a second copy of the pixels of windows
@@ -76,6 +89,14 @@ public:
         CountWait();
         return Take<Reply>(cookie);
     }
+    /// The same for an answer that comes together with one that was waited for.
+    template <auto Reply, class Cookie>
+    [[nodiscard]] auto Take(Cookie cookie) {
+        xcb_generic_error_t* error = nullptr;
+        auto* reply = Reply(m_connection, cookie, &error);
+        std::free(error);
+        return X11Owned<std::remove_pointer_t<decltype(reply)>>(reply);
+    }
     /// The error of a checked request, null where it went well.
     [[nodiscard]] X11Owned<xcb_generic_error_t> Check(xcb_void_cookie_t cookie);
     void CountWait() { ++m_nRoundTrips; }
@@ -84,13 +105,6 @@ public:
 private:
     X11Connection(xcb_connection_t* connection, int screenNumber, xcb_screen_t* screen);
 
-    template <auto Reply, class Cookie>
-    auto Take(Cookie cookie) {
-        xcb_generic_error_t* error = nullptr;
-        auto* reply = Reply(m_connection, cookie, &error);
-        std::free(error);
-        return X11Owned<std::remove_pointer_t<decltype(reply)>>(reply);
-    }
     bool ChooseVisual();
     bool UseDepth(std::uint8_t depth);
     void QueryExtensions();

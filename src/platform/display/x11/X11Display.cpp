@@ -25,14 +25,16 @@ std::unique_ptr<Display> CreateX11Display(const char* displayName) {
 X11Display::X11Display(std::unique_ptr<X11Connection> connection, std::unique_ptr<Clock> clock, bool useRawPresses)
     : m_connection(std::move(connection)),
       m_clock(std::move(clock)),
+      m_windows(*m_connection),
       m_upload(*m_connection),
       m_keyboard(*m_connection),
       m_cursors(*m_connection),
       m_outside(*m_connection, m_windows, useRawPresses),
       m_focus(*m_connection, m_windows, *m_clock),
+      m_activeWindow(*m_connection, m_windows),
       m_screen{m_connection->Screen()->width_in_pixels, m_connection->Screen()->height_in_pixels} {
-    // Tells of a change of the screen's size.
-    constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    // Tell of a change of the screen's size, of the active window and of the current desktop.
+    constexpr std::uint32_t kRootEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->Get(), m_connection->Root(), XCB_CW_EVENT_MASK, &kRootEvents);
     xcb_flush(m_connection->Get());
 }
@@ -95,11 +97,24 @@ void X11Display::SetVisible(TopLevelId id, bool visible) {
         // The server takes it off the screen while the caller sees to the rest.
         xcb_flush(m_connection->Get());
     }
+    if (topLevel->Traits().managed) {
+        UpdateKeptOff();
+    }
     m_outside.SetActive(m_windows.IsAnyVisible());
+}
+
+void X11Display::UpdateKeptOff() {
+    for (const X11TopLevel* topLevel : m_windows.UpdateKeptOff()) {
+        OnOffScreen(*topLevel);
+    }
 }
 
 void X11Display::OnHidden(const X11TopLevel& topLevel) {
     m_focus.OnHide(topLevel);
+    OnOffScreen(topLevel);
+}
+
+void X11Display::OnOffScreen(const X11TopLevel& topLevel) {
     if (m_pointerIn != topLevel.Id()) {
         return;
     }
@@ -113,18 +128,21 @@ void X11Display::Restack(TopLevelId id, StackPlace place, TopLevelId sibling) {
     if (topLevel == nullptr) {
         return;
     }
-    if (place == StackPlace::Below) {
-        if (const X11TopLevel* above = m_windows.Find(sibling)) {
-            topLevel->Restack(XCB_STACK_MODE_BELOW, above->Outermost());
-        }
-        return;
+    const bool isUp = place == StackPlace::Top || place == StackPlace::Above;
+    const xcb_stack_mode_t mode = isUp ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW;
+    if (place == StackPlace::Top || place == StackPlace::Bottom) {
+        topLevel->Restack(mode, XCB_NONE);
+    } else if (const X11TopLevel* other = m_windows.Find(sibling)) {
+        // The latest news tell which frame the manager has put around it.
+        ReadEvents();
+        topLevel->Restack(mode, other->Outermost());
     }
-    topLevel->Restack(place == StackPlace::Top ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW, XCB_NONE);
 }
 
 void X11Display::TakeFocus(TopLevelId id) {
     const X11PipeGuard guard;
-    if (X11TopLevel* topLevel = Living(id)) {
+    X11TopLevel* topLevel = Living(id);
+    if (topLevel != nullptr && topLevel->Traits().takesFocus) {
         m_focus.Take(*topLevel);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/display/Display.h"
+#include "platform/display/x11/X11ActiveWindow.h"
 #include "platform/display/x11/X11Connection.h"
 #include "platform/display/x11/X11Cursors.h"
 #include "platform/display/x11/X11Focus.h"
@@ -57,6 +58,8 @@ public:
 private:
     [[nodiscard]] X11TopLevel* Living(TopLevelId id) const;
     void OnHidden(const X11TopLevel& topLevel);
+    void OnOffScreen(const X11TopLevel& topLevel);
+    void UpdateKeptOff();
 
     void ReadEvents();
     void Translate(const xcb_generic_event_t& event);
@@ -71,6 +74,9 @@ private:
     void OnKey(const xcb_key_press_event_t& event, bool isPress);
     void OnFocus(const xcb_focus_in_event_t& event, bool isIn);
     void OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
+    void OnUnmap(const xcb_unmap_notify_event_t& event, std::uint32_t sequence);
+    void OnMap(const xcb_map_notify_event_t& event);
+    void OnProperty(const xcb_property_notify_event_t& event);
     void OnDestroy(const xcb_destroy_notify_event_t& event);
     void OnClientMessage(const xcb_client_message_event_t& event);
 
@@ -79,7 +85,9 @@ private:
     void PushOutside();
     void PushFocus();
     void PushMoved();
+    void PushPresence();
     void PushHidden(const X11TopLevel& topLevel);
+    void PushForeignActive();
 
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<Clock> m_clock;
@@ -89,6 +97,7 @@ private:
     X11Cursors m_cursors;
     X11OutsideWatch m_outside;
     X11Focus m_focus;
+    X11ActiveWindow m_activeWindow;
     CSize m_screen;
     std::deque<DisplayEvent> m_events;
     TopLevelId m_pointerIn = 0;

@@ -44,7 +44,7 @@ void X11Focus::UpdatePrevious() {
         return;
     }
     const X11TopLevel* own = m_windows.FindWindow(reply->focus);
-    if (own == nullptr || own->IsManaged()) {
+    if (own == nullptr || own->Traits().managed) {
         m_previous = reply->focus;
     }
 }

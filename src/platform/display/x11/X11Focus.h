@@ -28,6 +28,8 @@ public:
     void OnFocusIn(const X11TopLevel& topLevel);
     void OnFocusOut(const X11TopLevel& topLevel);
 
+    /// As far as the news tell.
+    [[nodiscard]] bool IsOwn() const { return m_now != 0; }
     /// The own window with the focus, 0 for none, where that has changed since the last call; may wait for an answer.
     /// Nothing while an own window is to have it and no news of that have come.
     [[nodiscard]] std::optional<TopLevelId> Settle();

@@ -1,21 +1,20 @@
 #include "platform/display/x11/X11TopLevel.h"
 
+#include "platform/display/x11/X11Icon.h"
 #include "platform/display/x11/X11Upload.h"
 #include "platform/draw/Region.h"
 #include "platform/draw/Surface.h"
 
 #include <xcb/shape.h>
-#include <xcb/xcb_icccm.h>
 
-#include <algorithm>
-#include <string_view>
+#include <cerrno>
 #include <utility>
 
 namespace veldan {
 
 namespace {
 
-constexpr std::string_view kClass{"veldan\0veldan\0", 14};  // instance and class, each with its final zero
+constexpr const char* kLibraryClass = "veldan";
 constexpr std::uint32_t kBlack = 0xff000000;
 
 constexpr std::uint32_t kEvents =
@@ -23,30 +22,15 @@ constexpr std::uint32_t kEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_KEY_PRESS |
     XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 
-// The protocol has no empty windows; what would be one stands as a single pixel.
-std::uint16_t Side(int length) {
-    return static_cast<std::uint16_t>(std::clamp(length, 1, 32767));
-}
-
 // Whether an event was sent before the server knew of a request. The numbers may have gone round.
 bool IsBefore(std::uint32_t event, std::uint32_t request) {
     return static_cast<std::int32_t>(event - request) < 0;
 }
 
-std::int16_t Coordinate(int position) {
-    return static_cast<std::int16_t>(std::clamp(position, -32768, 32767));
-}
-
 }  // namespace
 
 X11TopLevel::X11TopLevel(X11Connection& connection, TopLevelId id, const TopLevelTraits& traits, const CRect& rect)
-    : m_connection(connection),
-      m_id(id),
-      m_kind(traits.kind),
-      m_owner(traits.owner),
-      m_strTitle(traits.title),
-      m_szSmallest(traits.smallest),
-      m_rcPlace(rect) {
+    : m_connection(connection), m_id(id), m_traits(traits), m_rcPlace(rect) {
     Create();
 }
 
@@ -57,7 +41,7 @@ X11TopLevel::~X11TopLevel() {
 void X11TopLevel::Recreate() {
     m_bVisible = false;
     m_bViewable = false;
-    m_bMayBeUnmapped = false;
+    m_bPresenceDoubtful = false;
     m_frame = 0;
     m_place = Place::Known;
     Create();
@@ -73,89 +57,54 @@ void X11TopLevel::Create() {
     values.background_pixel = kBlack;
     values.border_pixel = kBlack;
     values.bit_gravity = XCB_GRAVITY_NORTH_WEST;
-    values.override_redirect = IsManaged() ? 0 : 1;
-    values.event_mask = kEvents;
+    values.override_redirect = m_traits.managed ? 0 : 1;
+    values.event_mask = kEvents | (m_traits.managed ? std::uint32_t{XCB_EVENT_MASK_PROPERTY_CHANGE} : 0U);
     values.colormap = m_connection.Colormap();
     xcb_create_window_aux(m_connection.Get(), m_connection.Depth(), m_window, m_connection.Root(),
-                          Coordinate(m_rcPlace.left), Coordinate(m_rcPlace.top), Side(m_rcPlace.Width()),
-                          Side(m_rcPlace.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, m_connection.Visual(),
+                          X11Coordinate(m_rcPlace.left), X11Coordinate(m_rcPlace.top), X11Side(m_rcPlace.Width()),
+                          X11Side(m_rcPlace.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, m_connection.Visual(),
                           XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
                               XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                           &values);
-    if (m_kind == TopLevelKind::ToolTip && m_connection.Features().inputShapes) {
+    if (m_traits.letsInputThrough && m_connection.Features().inputShapes) {
         xcb_shape_rectangles(m_connection.Get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                              m_window, 0, 0, 0, nullptr);
     }
     SetHints();
-    SetTitle(m_strTitle);
 }
 
 void X11TopLevel::SetHints() {
-    xcb_icccm_set_wm_class(m_connection.Get(), m_window, kClass.size(), kClass.data());
-    switch (m_kind) {
-        case TopLevelKind::Frame:
-            SetAtom(X11Atom::NetWmWindowType, X11Atom::NetWmWindowTypeNormal);
-            break;
-        case TopLevelKind::Popup:
-            SetAtom(X11Atom::NetWmWindowType, X11Atom::NetWmWindowTypePopupMenu);
-            break;
-        case TopLevelKind::ToolTip:
-            SetAtom(X11Atom::NetWmWindowType, X11Atom::NetWmWindowTypeTooltip);
-            break;
-    }
-    if (!IsManaged()) {
+    X11Properties properties = Properties();
+    properties.SetTitle(m_traits.title);
+    properties.SetType(m_traits.type);
+    properties.SetProcess();
+    if (!m_traits.managed) {
+        properties.SetClass(kLibraryClass);
         return;
     }
-    xcb_atom_t deletion = m_connection.Atom(X11Atom::WmDeleteWindow);
-    xcb_icccm_set_wm_protocols(m_connection.Get(), m_window, m_connection.Atom(X11Atom::WmProtocols), 1, &deletion);
-    xcb_icccm_wm_hints_t hints{};
-    xcb_icccm_wm_hints_set_input(&hints, 1);
-    xcb_icccm_set_wm_hints(m_connection.Get(), m_window, &hints);
-    SetSizeHints();
-}
-
-void X11TopLevel::SetSizeHints() {
-    xcb_size_hints_t hints{};
-    xcb_icccm_size_hints_set_position(&hints, 1, m_rcPlace.left, m_rcPlace.top);
-    xcb_icccm_size_hints_set_size(&hints, 1, Side(m_rcPlace.Width()), Side(m_rcPlace.Height()));
-    xcb_icccm_size_hints_set_min_size(&hints, Side(m_szSmallest.cx), Side(m_szSmallest.cy));
-    // The rectangle is that of the window itself, whatever the manager puts around it.
-    xcb_icccm_size_hints_set_win_gravity(&hints, XCB_GRAVITY_STATIC);
-    hints.flags |= XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE;
-    xcb_icccm_set_wm_normal_hints(m_connection.Get(), m_window, &hints);
-}
-
-void X11TopLevel::SetAtom(X11Atom property, X11Atom value) {
-    const xcb_atom_t atom = m_connection.Atom(value);
-    xcb_change_property(m_connection.Get(), XCB_PROP_MODE_REPLACE, m_window, m_connection.Atom(property), XCB_ATOM_ATOM,
-                        32, 1, &atom);
-}
-
-void X11TopLevel::SetOwnerHint(xcb_window_t owner) {
-    xcb_icccm_set_wm_transient_for(m_connection.Get(), m_window, owner);
+    // What a manager shows beside other programs stands for the host, not for the library.
+    properties.SetClass(program_invocation_short_name);
+    properties.SetIcon(MakeDefaultIcon());
+    properties.SetProtocols(m_traits.takesFocus);
+    properties.SetPlace(m_rcPlace, m_traits.smallest);
 }
 
 void X11TopLevel::SetTitle(const std::string& title) {
-    m_strTitle = title;
-    const auto length = static_cast<std::uint32_t>(title.size());
-    const xcb_atom_t utf8 = m_connection.Atom(X11Atom::Utf8String);
-    for (const xcb_atom_t property : {xcb_atom_t{XCB_ATOM_WM_NAME}, m_connection.Atom(X11Atom::NetWmName)}) {
-        xcb_change_property(m_connection.Get(), XCB_PROP_MODE_REPLACE, m_window, property, utf8, 8, length,
-                            title.data());
-    }
+    m_traits.title = title;
+    Properties().SetTitle(title);
 }
 
 void X11TopLevel::SetRect(const CRect& rect) {
     m_rcPlace = rect;
     m_place = Place::Known;
-    if (IsManaged()) {
-        SetSizeHints();
+    if (m_traits.managed) {
+        Properties().SetPlace(rect, m_traits.smallest);
     }
     xcb_configure_window_value_list_t values{};
-    values.x = Coordinate(rect.left);
-    values.y = Coordinate(rect.top);
-    values.width = Side(rect.Width());
-    values.height = Side(rect.Height());
+    values.x = X11Coordinate(rect.left);
+    values.y = X11Coordinate(rect.top);
+    values.width = X11Side(rect.Width());
+    values.height = X11Side(rect.Height());
     const auto cookie = xcb_configure_window_aux(
         m_connection.Get(), m_window,
         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, &values);
@@ -167,16 +116,36 @@ void X11TopLevel::SetVisible(bool visible) {
         return;
     }
     m_bVisible = visible;
+    if (m_traits.managed) {
+        m_bKeptOff = false;
+    }
+    if (!m_bKeptOff) {
+        SetMapped(visible);
+    }
+}
+
+void X11TopLevel::KeepOff(bool keepOff) {
+    if (std::exchange(m_bKeptOff, keepOff) != keepOff && m_bVisible) {
+        SetMapped(!keepOff);
+    }
+}
+
+void X11TopLevel::SetMapped(bool mapped) {
     m_bViewable = false;
-    if (visible) {
+    m_bSeen = false;
+    m_bPresenceDoubtful = false;
+    if (mapped) {
         m_nMappedAt = xcb_map_window(m_connection.Get(), m_window).sequence;
         return;
     }
     xcb_unmap_window(m_connection.Get(), m_window);
-    if (!IsManaged()) {
-        return;
+    if (m_traits.managed) {
+        TellManagerOfUnmap();
     }
-    // Tells the manager also when it has unmapped the window itself, as for an icon.
+}
+
+// Also where the manager has unmapped the window itself, as for an icon.
+void X11TopLevel::TellManagerOfUnmap() {
     xcb_unmap_notify_event_t notice{};
     notice.response_type = XCB_UNMAP_NOTIFY;
     notice.event = m_connection.Root();
@@ -235,17 +204,21 @@ void X11TopLevel::Present(X11Upload& upload, const Surface& pixels, const Region
     // protocol leaves open whether a window shows what was drawn on its background afterwards.
     const xcb_pixmap_t background = m_pixmap->Id();
     xcb_change_window_attributes(m_connection.Get(), m_window, XCB_CW_BACK_PIXMAP, &background);
-    if (!m_bVisible) {
+    if (!IsOnScreen()) {
         return;
     }
     for (const CRect& rect : rects) {
-        xcb_clear_area(m_connection.Get(), 0, m_window, Coordinate(rect.left), Coordinate(rect.top), Side(rect.Width()),
-                       Side(rect.Height()));
+        xcb_clear_area(m_connection.Get(), 0, m_window, X11Coordinate(rect.left), X11Coordinate(rect.top),
+                       X11Side(rect.Width()), X11Side(rect.Height()));
     }
 }
 
 void X11TopLevel::OnReparent(const xcb_reparent_notify_event_t& event) {
+    if (!m_traits.managed) {
+        return;
+    }
     m_frame = event.parent == m_connection.Root() ? 0 : event.parent;
+    m_bFrameNew = m_frame != 0;
     if (m_place == Place::Known) {
         m_rcTold = m_rcPlace;
     }
@@ -254,7 +227,7 @@ void X11TopLevel::OnReparent(const xcb_reparent_notify_event_t& event) {
 
 void X11TopLevel::OnConfigure(const xcb_configure_notify_event_t& event, std::uint32_t sequence) {
     // What the server said before it knew of the last order to place the window is out of date.
-    if (IsBefore(sequence, m_nPlacedAt)) {
+    if (!m_traits.managed || IsBefore(sequence, m_nPlacedAt)) {
         return;
     }
     m_rcTold = CRect::FromSize({event.x, event.y}, {event.width, event.height});
@@ -263,26 +236,52 @@ void X11TopLevel::OnConfigure(const xcb_configure_notify_event_t& event, std::ui
     m_place = m_frame == 0 || isOfManager ? Place::Told : Place::Asked;
 }
 
-void X11TopLevel::OnUnmap(std::uint32_t sequence) {
-    // What comes of our own request was told before the server knew of the latest one to map it.
-    if (m_bVisible && m_frame == 0 && !IsBefore(sequence, m_nMappedAt)) {
-        m_bMayBeUnmapped = true;
-    }
+void X11TopLevel::OnMap() {
+    m_bViewable = WantsMapped();
+    OnManaged();
 }
 
-bool X11TopLevel::SettleHidden() {
-    if (!std::exchange(m_bMayBeUnmapped, false) || !m_bVisible) {
-        return false;
+void X11TopLevel::OnUnmap(std::uint32_t sequence) {
+    // What comes of an own request was told before the server knew of the latest one to map the window.
+    m_bPresenceDoubtful = m_bPresenceDoubtful || (m_bViewable && !IsBefore(sequence, m_nMappedAt));
+}
+
+void X11TopLevel::SettleFrame() {
+    if (!std::exchange(m_bFrameNew, false)) {
+        return;
     }
-    // A manager that takes a window in hand unmaps it for a moment.
-    const auto reply =
-        m_connection.Ask<&xcb_get_window_attributes_reply>(xcb_get_window_attributes(m_connection.Get(), m_window));
-    if (!reply || reply->map_state != XCB_MAP_STATE_UNMAPPED) {
-        return false;
+    // Some managers put a window into several of theirs.
+    for (;;) {
+        const auto tree = m_connection.Ask<&xcb_query_tree_reply>(xcb_query_tree(m_connection.Get(), m_frame));
+        if (!tree || tree->parent == tree->root || tree->parent == XCB_NONE) {
+            break;
+        }
+        m_frame = tree->parent;
     }
-    m_bVisible = false;
-    m_bViewable = false;
-    return true;
+    // Some keep the window off the screen by unmapping theirs only.
+    constexpr std::uint32_t kFrameEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection.Get(), m_frame, XCB_CW_EVENT_MASK, &kFrameEvents);
+    m_bPresenceDoubtful = true;
+}
+
+std::optional<X11Presence> X11TopLevel::SettlePresence() {
+    // Before the server has mapped it, and a manager its frame, nobody keeps the window off.
+    if (!m_bViewable || !std::exchange(m_bPresenceDoubtful, false)) {
+        return std::nullopt;
+    }
+    const X11Presence presence = QueryPresence(m_connection, m_window);
+    if (presence == X11Presence::Withdrawn) {
+        m_bVisible = false;
+        m_bViewable = false;
+        m_bKeptOff = m_bKeptOff && !m_traits.managed;
+        return presence;
+    }
+    m_bSeen = m_bSeen || presence == X11Presence::Shown;
+    const bool keptOff = presence == X11Presence::KeptOff && m_bSeen;
+    if (!m_traits.managed || std::exchange(m_bKeptOff, keptOff) == keptOff) {
+        return std::nullopt;
+    }
+    return presence;
 }
 
 bool X11TopLevel::SettleRect() {
