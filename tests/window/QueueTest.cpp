@@ -3,6 +3,8 @@
 
 #include <poll.h>
 
+#include <optional>
+
 namespace veldan {
 
 class QueueTest : public DesktopTest {
@@ -35,7 +37,8 @@ TEST_F(QueueTest, SentThenPostedThenInputThenPaintThenTimer) {
 TEST_F(QueueTest, ATimerHasOneMessageWaitingHoweverLateAndEndsWhenItIsKilled) {
     static int calls = 0;
     m_window.SetTimer(1, 10);
-    const UINT_PTR id = TheDesktop().SetTimer({}, 998, 10, [](UINT_PTR) { ++calls; });
+    const TimerOwner owner;
+    const UINT_PTR id = TheDesktop().SetTimer(owner, 10, [](UINT_PTR) { ++calls; });
     m_clock->Advance(1000);
     Person().Settle();
     EXPECT_EQ(m_window.CountOf(WM_TIMER), 1);
@@ -48,6 +51,29 @@ TEST_F(QueueTest, ATimerHasOneMessageWaitingHoweverLateAndEndsWhenItIsKilled) {
     EXPECT_EQ(m_window.CountOf(WM_TIMER), 2) << "the same id replaces the timer";
     EXPECT_EQ(calls, 2);
     EXPECT_FALSE(TheDesktop().KillTimer({}, 0));
+}
+
+TEST_F(QueueTest, ATimerWithoutAWindowEndsWithItsOwner) {
+    static int calls = 0;
+    static std::optional<TimerOwner> owner;
+    static std::optional<TimerOwner> other;
+    owner.emplace();
+    other.emplace();
+    TheDesktop().SetTimer(*owner, 10, [](UINT_PTR) {
+        ++calls;
+        other.reset();
+    });
+    TheDesktop().SetTimer(*other, 10, [](UINT_PTR) { ADD_FAILURE() << "its owner has just gone"; });
+    Person().Wait(25);
+    EXPECT_EQ(calls, 2);
+    m_clock->Advance(10);
+    MSG message;
+    EXPECT_TRUE(TheDesktop().PeekMessage(message));
+    owner.reset();
+    TheDesktop().TranslateAndDispatch(message);
+    EXPECT_EQ(calls, 2) << "the message was on its way";
+    m_clock->Advance(1000);
+    EXPECT_FALSE(TheDesktop().PeekMessage(message));
 }
 
 TEST_F(QueueTest, DescriptorIsReadableWheneverSomethingWaitsAndQuittingEndsTheLoop) {

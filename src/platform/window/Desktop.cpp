@@ -329,8 +329,12 @@ void Desktop::ReleaseGrab() {
     m_parts->context.GetDisplayQuietly().ReleaseGrab();
 }
 
-UINT_PTR Desktop::SetTimer(HWND window, UINT_PTR id, UINT period, TimerProc proc) {
-    return m_parts->timers.Set(window, id, period, proc);
+UINT_PTR Desktop::SetTimer(HWND window, UINT_PTR id, UINT period) {
+    return m_parts->timers.Set(window, id, period);
+}
+
+UINT_PTR Desktop::SetTimer(const TimerOwner& owner, UINT period, TimerProc proc) {
+    return m_parts->timers.Set(owner, period, proc);
 }
 
 bool Desktop::KillTimer(HWND window, UINT_PTR id) {

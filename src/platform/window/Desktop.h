@@ -172,7 +172,10 @@ public:
 
     // Timers.
 
-    UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT period, TimerProc proc = nullptr);
+    /// Starts or replaces a window's timer; the period is in milliseconds. Returns the id, 0 for a window that is gone.
+    UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT period);
+    /// Starts a timer that calls a function until it is killed, by the null handle, or its owner goes. Returns its id.
+    UINT_PTR SetTimer(const TimerOwner& owner, UINT period, TimerProc proc);
     bool KillTimer(HWND window, UINT_PTR id);
 
 private:

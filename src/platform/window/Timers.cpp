@@ -1,21 +1,39 @@
 #include "platform/window/Timers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veldan {
 
-UINT_PTR Timers::Set(HWND window, UINT_PTR id, UINT period, TimerProc proc) {
-    if (window && m_tree.Find(window) == nullptr) {
+UINT_PTR Timers::Set(HWND window, UINT_PTR id, UINT period) {
+    if (m_tree.Find(window) == nullptr) {
         return 0;
     }
-    if (!window) {
-        id = m_nNextId++;
-    }
     Kill(window, id);
-    period = std::max(period, 1U);
-    m_timers.push_back({window, id, period, m_context.Now() + period, proc});
-    m_context.Wake();
+    Timer timer;
+    timer.window = window;
+    timer.id = id;
+    timer.period = period;
+    Start(std::move(timer));
     return id;
+}
+
+UINT_PTR Timers::Set(const TimerOwner& owner, UINT period, TimerProc proc) {
+    Timer timer;
+    timer.id = m_nNextId++;
+    timer.period = period;
+    timer.proc = proc;
+    timer.life = owner.Life();
+    const UINT_PTR id = timer.id;
+    Start(std::move(timer));
+    return id;
+}
+
+void Timers::Start(Timer timer) {
+    timer.period = std::max(timer.period, 1U);
+    timer.due = m_context.Now() + timer.period;
+    m_timers.push_back(std::move(timer));
+    m_context.Wake();
 }
 
 bool Timers::Kill(HWND window, UINT_PTR id) {
@@ -23,6 +41,7 @@ bool Timers::Kill(HWND window, UINT_PTR id) {
 }
 
 bool Timers::Take(MSG& message) {
+    std::erase_if(m_timers, IsOver);
     const auto next = std::ranges::min_element(m_timers, {}, &Timer::due);
     const std::int64_t now = m_context.Now();
     if (next == m_timers.end() || next->due > now) {
@@ -35,8 +54,8 @@ bool Timers::Take(MSG& message) {
 
 void Timers::Call(UINT_PTR id) {
     const auto found = std::ranges::find_if(m_timers, [=](const Timer& t) { return !t.window && t.id == id; });
-    if (found != m_timers.end() && found->proc != nullptr) {
-        found->proc(found->id);
+    if (found != m_timers.end() && !IsOver(*found) && found->proc != nullptr) {
+        found->proc(id);
     }
 }
 

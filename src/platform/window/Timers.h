@@ -2,7 +2,9 @@
 
 #include "platform/window/DesktopContext.h"
 #include "platform/window/Messenger.h"
+#include "platform/window/TimerOwner.h"
 
+#include <memory>
 #include <vector>
 
 namespace veldan {
@@ -16,13 +18,15 @@ public:
     Timers(DesktopContext& context, const WindowTree& tree, const Messenger& messenger)
         : m_context(context), m_tree(tree), m_messenger(messenger) {}
 
-    /// Starts or replaces a window's timer; the period is in milliseconds. Without a window the id is chosen. Returns
-    /// the id, 0 for a window that is gone.
-    UINT_PTR Set(HWND window, UINT_PTR id, UINT period, TimerProc proc);
+    /// Starts or replaces a window's timer; the period is in milliseconds. Returns the id, 0 for a window that is gone.
+    UINT_PTR Set(HWND window, UINT_PTR id, UINT period);
+    /// Starts a timer without a window. Returns its id, which no other such timer ever has.
+    UINT_PTR Set(const TimerOwner& owner, UINT period, TimerProc proc);
+    /// A timer without a window goes by the null handle.
     bool Kill(HWND window, UINT_PTR id);
     /// The WM_TIMER of a timer that is due; false: none is.
     bool Take(MSG& message);
-    /// Calls the function of a timer without a window, if that hasn't been killed meanwhile.
+    /// Calls the function of a timer without a window, unless that has ended meanwhile.
     void Call(UINT_PTR id);
     /// When Take has something; -1: never.
     [[nodiscard]] std::int64_t NextDue() const;
@@ -36,7 +40,11 @@ private:
         UINT period = 0;
         std::int64_t due = 0;
         TimerProc proc = nullptr;
+        std::weak_ptr<const void> life{};  // of a timer without a window
     };
+
+    void Start(Timer timer);
+    [[nodiscard]] static bool IsOver(const Timer& timer) { return !timer.window && timer.life.expired(); }
 
     DesktopContext& m_context;
     const WindowTree& m_tree;
