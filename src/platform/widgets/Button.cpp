@@ -50,8 +50,7 @@ LRESULT CButton::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_KEYDOWN:
             if (wParam == VK_SPACE && !m_bHeld) {
-                m_bHeld = true;
-                Press(true);
+                BeginHold();
             }
             return 0;
         case WM_KEYUP:
@@ -88,8 +87,16 @@ void CButton::BeginPress(CPoint point) {
         return;
     }
     SetCapture();
+    if (FromHandle(self) == this && Desktop::Get().Capture() == self) {
+        BeginHold();
+    }
+}
+
+/// Shown at once, so that a quick press is seen, too.
+void CButton::BeginHold() {
     m_bHeld = true;
     Press(true);
+    UpdateWindow();
 }
 
 void CButton::TrackPress(CPoint point) {

@@ -30,6 +30,7 @@ protected:
 private:
     void Press(bool down);
     void BeginPress(CPoint point);
+    void BeginHold();
     void TrackPress(CPoint point);
     void EndPress(bool click);
     void Paint();

@@ -257,6 +257,10 @@ void Desktop::Invalidate(HWND window, const CRect& client, bool erase) {
 
 void Desktop::UpdateWindow(HWND window) {
     m_parts->painting.Update(window);
+    if (const WindowRecord* topLevel = Find(TopLevelOf(window))) {
+        m_parts->surfaces.Present(*topLevel);
+        m_parts->context.GetDisplayQuietly().Flush();
+    }
 }
 
 HDC Desktop::WindowDC(HWND window) {

@@ -131,6 +131,7 @@ public:
     // Painting.
 
     void Invalidate(HWND window, const CRect& client, bool erase);
+    /// Paints what is left of the window and its children, and shows it at once.
     void UpdateWindow(HWND window);
     /// A device context on the window's pixels, after its pending erase and those of its ancestors have run.
     [[nodiscard]] HDC WindowDC(HWND window);

@@ -88,7 +88,7 @@ public:
 
     void Invalidate(bool erase = true);
     void InvalidateRect(const CRect& client, bool erase = true);
-    /// Paints now what is left to paint in this window and its children, if it can be seen.
+    /// Paints now what is left to paint in this window and its children, if it can be seen, and shows it.
     void UpdateWindow();
 
     // Input.
