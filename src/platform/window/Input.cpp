@@ -6,7 +6,9 @@ namespace veldan {
 
 Input::Found Input::Next(MSG& message) {
     if (m_pointer.WantsRetest()) {
-        m_pointer.Retest();
+        if (std::optional<DisplayEvent> move = m_pointer.Retest()) {
+            m_events.PutBack(std::move(*move));
+        }
         return Found::Again;
     }
     m_events.ReadBetweenPaints();

@@ -130,7 +130,8 @@ Taken Pointer::WheelTurned(const DisplayEvent& event, MSG& message) {
     if (!target) {
         return Taken::Done;
     }
-    const auto wParam = static_cast<WPARAM>(MakeLParam(static_cast<int>(m_uFlags), event.delta)) & 0xffffffffU;
+    const auto wParam =
+        static_cast<WPARAM>(MakeLParam(static_cast<int>(m_uFlags & ~MK_ALT), event.delta)) & 0xffffffffU;
     message = m_messenger.Make(target, WM_MOUSEWHEEL, wParam, MakeLParam(event.screen.x, event.screen.y));
     return Taken::Message;
 }
@@ -146,16 +147,21 @@ void Pointer::RetestSoon() {
     m_context.Wake();
 }
 
-void Pointer::Retest() {
+std::optional<DisplayEvent> Pointer::Retest() {
     m_bRetest = false;
-    const HWND target = m_topLevel ? TargetAt(m_messenger.PointerPlace()) : HWND();
+    const CPoint place = m_messenger.PointerPlace();
+    const HWND target = m_topLevel ? TargetAt(place) : HWND();
+    if (!target) {
+        Enter({});
+    }
     if (target == m_window) {
-        return;
+        return std::nullopt;
     }
-    Enter(target);
-    if (target) {
-        m_queue.Add(Make(target, WM_MOUSEMOVE));
-    }
+    DisplayEvent move;
+    move.window = m_topLevel.Value();
+    move.screen = place;
+    move.flags = m_uFlags;
+    return move;
 }
 
 bool Pointer::TakeHover(MSG& message) {
@@ -178,7 +184,7 @@ bool Pointer::Enter(HWND window) {
 void Pointer::Note(const DisplayEvent& event) {
     m_topLevel = HWND::FromValue(event.window);
     m_messenger.SetPointerPlace(event.screen);
-    m_uFlags = event.flags & ~MK_ALT;
+    m_uFlags = event.flags;
     m_messenger.SetInputFlags(event.flags);
 }
 
@@ -194,7 +200,7 @@ HWND Pointer::TargetAt(CPoint screen) const {
 /// A message of the pointer as it was last seen.
 MSG Pointer::Make(HWND window, UINT message) const {
     const CPoint client = m_messenger.PointerPlace() - m_tree.WindowRect(window).TopLeft();
-    return m_messenger.Make(window, message, m_uFlags, MakeLParam(client.x, client.y));
+    return m_messenger.Make(window, message, m_uFlags & ~MK_ALT, MakeLParam(client.x, client.y));
 }
 
 void Pointer::OnShown(WindowRecord& /*record*/) {

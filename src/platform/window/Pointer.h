@@ -6,6 +6,8 @@
 #include "platform/window/Popups.h"
 #include "platform/window/PressHistory.h"
 
+#include <optional>
+
 namespace veldan {
 
 /// The pointer: which window it is in, who captured it, hovering and leaving, double clicks, and its cursor.
@@ -36,9 +38,10 @@ public:
     Taken WheelTurned(const DisplayEvent& event, MSG& message);
     void DisplayLost();
 
-    /// Windows came, went or moved while the pointer stood still: the one that is under it now is to hear of it.
+    /// Windows came, went or moved while the pointer stood still.
     [[nodiscard]] bool WantsRetest() const { return m_bRetest; }
-    void Retest();
+    /// Looks which window is under the pointer now. A move there, if that window is to hear of it as of a real one.
+    std::optional<DisplayEvent> Retest();
 
     bool TakeHover(MSG& message);
     [[nodiscard]] std::int64_t NextDue() const { return m_tracking.NextDue(); }
