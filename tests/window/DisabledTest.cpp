@@ -58,8 +58,10 @@ TEST_F(DisabledTest, ADisabledTopLevelAndAllInItTakeNoInput) {
                 disabled->EnableWindow(false);
             }
             m_field.log.clear();
+            m_frame.log.clear();
             act();
             EXPECT_EQ(m_field.CountOf(message) != 0, disabled == nullptr);
+            EXPECT_TRUE(disabled != &m_frame || m_frame.log.empty());
         }
     }
 }

@@ -69,6 +69,8 @@ TEST_F(FocusTest, AFocusedChildThatIsHiddenOrDestroyedPassesTheFocusOn) {
     m_form.buttons[2].ShowWindow(SW_HIDE);
     EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
     m_form.buttons[0].SetFocus();
+    m_form.buttons[0].actAt = WM_DESTROY;
+    m_form.buttons[0].action = [](auto& button) { button.SetFocus(); };
     m_form.buttons[0].DestroyWindow();
     EXPECT_EQ(CWnd::GetFocus(), &m_form.buttons[1]);
 }
@@ -122,6 +124,20 @@ TEST_F(FocusTest, ActivationRaisesAWindowWithAllThatItOwns) {
     other.SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     Person().Click({600, 600});
     EXPECT_EQ(Seen({530, 505}), 0xc80000U) << "also where it is the active one already";
+}
+
+TEST_F(FocusTest, WhatAFrameOwnsFollowsItWhenAManagerRaisesIt) {
+    ProbeWnd other;
+    ProbeWnd owned;
+    MakePopup(owned, {350, 350, 450, 450}, &m_frame);
+    other.colour = RGB(0, 200, 0);
+    MakePopup(other, {380, 380, 480, 480});
+    Person().Settle();
+    EXPECT_EQ(Seen({410, 410}), 0x00c800U);
+    m_display->FocusForeignWindow(m_frame.GetSafeHwnd().Value());
+    Person().Settle();
+    EXPECT_EQ(Seen({410, 410}), 0xc80000U);
+    EXPECT_EQ(Seen({460, 460}), 0x00c800U);
 }
 
 TEST_F(FocusTest, WhenTheActiveWindowIsHiddenTheNextOwnerThatCanBeActiveIs) {

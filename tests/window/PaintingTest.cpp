@@ -56,6 +56,57 @@ TEST_F(PaintingTest, ShowingAWindowThatAnotherProgramHasJustHiddenShowsIt) {
     EXPECT_EQ(Seen({10, 10}), 0xc80000U);
 }
 
+TEST_F(PaintingTest, DrawingOnAHiddenChildShowsNothingButItsPixelsCanBeRead) {
+    ProbeWnd window;
+    ProbeWnd panel;
+    ProbeWnd child;
+    MakePopup(window, {0, 0, 100, 100});
+    MakeChild(panel, window, {10, 10, 90, 90});
+    MakeChild(child, panel, {10, 10, 50, 50});
+    for (CWnd* hidden : std::initializer_list<CWnd*>{&child, &panel, &window}) {
+        hidden->ShowWindow(SW_HIDE);
+        Person().Settle();
+        {
+            CClientDC dc(&child);
+            dc.FillSolidRect({0, 0, 40, 40}, RGB(0, 200, 0));
+        }
+        const CClientDC parent(&window);
+        CBitmap copy;
+        CDC target;
+        target.CreateCompatibleDC(&parent);
+        copy.CreateCompatibleBitmap(&parent, 1, 1);
+        target.SelectObject(&copy);
+        const CClientDC source(&child);
+        EXPECT_TRUE(target.BitBlt(0, 0, 1, 1, &source, 5, 5, SRCCOPY));
+        EXPECT_EQ(target.GetSurface()->At(0, 0) & 0xffffff, hidden == &window ? 0x00c800U : 0xc80000U);
+        hidden->ShowWindow(SW_SHOW);
+    }
+}
+
+TEST_F(PaintingTest, PlacingAWindowWhereItIsPaintsNothing) {
+    ProbeWnd window;
+    ProbeWnd children[3];
+    MakePopup(window, {0, 0, 100, 100});
+    for (int i = 0; i < 3; ++i) {
+        MakeChild(children[i], window, {0, 30 * i, 50, 30 * i + 30});
+    }
+    CWnd gap;  // its place in the list of children is empty from here on
+    MakeChild(gap, window, {0, 0, 9, 9});
+    gap.DestroyWindow();
+    Person().Settle();
+    const auto before = m_display->PresentedPixels();
+    window.SetWindowPos(&CWnd::wndTop, 0, 0, 100, 100, 0);
+    children[0].SetWindowPos(&CWnd::wndTop, 0, 0, 50, 30, 0);
+    children[1].SetWindowPos(&children[0], 0, 30, 50, 30, 0);
+    children[2].SetWindowPos(&CWnd::wndBottom, 0, 60, 50, 30, 0);
+    children[2].SetWindowPos(&window, 0, 60, 50, 30, 0);
+    Person().Settle();
+    EXPECT_EQ(m_display->PresentedPixels(), before);
+    children[2].SetWindowPos(&children[0], 0, 60, 50, 30, 0);
+    Person().Settle();
+    EXPECT_GT(m_display->PresentedPixels(), before);
+}
+
 TEST_F(PaintingTest, OnlyTheDirtyPartIsPresented) {
     ProbeWnd window;
     ProbeWnd child;

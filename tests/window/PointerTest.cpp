@@ -118,6 +118,34 @@ TEST_F(PointerTest, AWindowThatComesUnderARestingPointerIsHovered) {
     EXPECT_EQ(m_second.hovers, 2);
 }
 
+TEST_F(PointerTest, AWindowThatComesUnderARestingPointerSetsTheCursor) {
+    HWND asked;
+    TheDesktop().SetObserver(
+        [&](const MSG& message, bool) { asked = message.message == WM_SETCURSOR ? message.hwnd : asked; });
+    Person().Rest(m_ptFirst);
+    m_first.ShowWindow(SW_HIDE);
+    Person().Settle();
+    EXPECT_EQ(asked, m_window.GetSafeHwnd());
+    m_first.ShowWindow(SW_SHOW);
+    Person().Settle();
+    EXPECT_EQ(asked, m_first.GetSafeHwnd());
+    TheDesktop().SetObserver({});
+}
+
+TEST_F(PointerTest, APressShowsItsButtonAlsoWhenTheReleaseIsThereAlready) {
+    ProbeButton button;
+    std::uint32_t seen = 0;
+    button.Create("", WS_VISIBLE | BS_OWNERDRAW, {0, 120, 200, 200}, &m_window, 1);
+    button.actAt = WM_LBUTTONUP;
+    button.action = [&](auto&) { seen = Seen({150, 250}); };
+    Person().Move({150, 250});
+    m_display->PressButton(1);
+    m_display->ReleaseButton(1);
+    Person().Settle();
+    EXPECT_EQ(seen, 0x0000faU);
+    EXPECT_EQ(Seen({150, 250}), 0xc80000U);
+}
+
 TEST_F(PointerTest, CapturedPointerStaysWithItsWindowAndTheWheelWithItsParents) {
     m_first.SetCapture();
     Person().Move({290, 290});

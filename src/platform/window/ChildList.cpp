@@ -29,28 +29,32 @@ void ChildList::MarkVisible(std::size_t place) {
     word = m_entries[place].visible ? word | bit : word & ~bit;
 }
 
-void ChildList::MoveToTop(std::size_t place) {
-    MoveEntry(place, 0);
+bool ChildList::MoveToTop(std::size_t place) {
+    return MoveEntry(place, 0);
 }
 
-void ChildList::MoveToBottom(std::size_t place) {
-    MoveEntry(place, m_entries.size() - 1);
+bool ChildList::MoveToBottom(std::size_t place) {
+    return MoveEntry(place, m_entries.size() - 1);
 }
 
-void ChildList::MoveBelow(std::size_t place, std::size_t sibling) {
-    if (place != sibling) {
-        MoveEntry(place, place < sibling ? sibling : sibling + 1);
-    }
+bool ChildList::MoveBelow(std::size_t place, std::size_t sibling) {
+    return place != sibling && MoveEntry(place, place < sibling ? sibling : sibling + 1);
 }
 
-void ChildList::MoveEntry(std::size_t from, std::size_t to) {
+bool ChildList::MoveEntry(std::size_t from, std::size_t to) {
     const auto at = [this](std::size_t place) { return m_entries.begin() + static_cast<std::ptrdiff_t>(place); };
+    const auto passed =
+        from < to ? std::ranges::subrange(at(from) + 1, at(to) + 1) : std::ranges::subrange(at(to), at(from));
+    if (std::ranges::none_of(passed, [](const Entry& entry) { return static_cast<bool>(entry.window); })) {
+        return false;
+    }
     if (from < to) {
         std::rotate(at(from), at(from) + 1, at(to) + 1);
     } else {
         std::rotate(at(to), at(from), at(from) + 1);
     }
     MarkAllVisible();
+    return true;
 }
 
 void ChildList::Compact() {

@@ -27,9 +27,11 @@ public:
     void SetRect(std::size_t place, const CRect& rect) { m_entries[place].rect = rect; }
     void SetVisible(std::size_t place, bool visible);
 
-    void MoveToTop(std::size_t place);
-    void MoveToBottom(std::size_t place);
-    void MoveBelow(std::size_t place, std::size_t sibling);
+    // Each tells whether a window changed its place.
+
+    bool MoveToTop(std::size_t place);
+    bool MoveToBottom(std::size_t place);
+    bool MoveBelow(std::size_t place, std::size_t sibling);
 
     [[nodiscard]] const Entry& At(std::size_t place) const { return m_entries[place]; }
     [[nodiscard]] const std::vector<Entry>& Entries() const { return m_entries; }
@@ -58,7 +60,7 @@ public:
 private:
     static constexpr std::size_t kWordBits = 64;
 
-    void MoveEntry(std::size_t from, std::size_t to);
+    bool MoveEntry(std::size_t from, std::size_t to);
     void MarkVisible(std::size_t place);
     void MarkAllVisible();
 

@@ -10,7 +10,8 @@ class CWnd;
 
 /// A device context on a window's client area, outside of painting. Reading it shows what the window has drawn, or its
 /// erased background; drawing stays until the area is erased again. Limited to what siblings and ancestors leave of the
-/// window. A window that is null or gone gives a context without a surface.
+/// window, so drawing on a hidden child changes nothing. A window that is null or gone gives a context without a
+/// surface.
 class VELDAN_PLATFORM_API CClientDC : public CDC {
 public:
     explicit CClientDC(const CWnd* window);

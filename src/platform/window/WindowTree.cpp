@@ -113,6 +113,9 @@ CPoint WindowTree::OriginOf(const WindowRecord& record) const {
 Region WindowTree::VisibleRegion(const WindowRecord& record) const {
     CRect bounds = record.ClientRect().Offset(OriginOf(record));
     for (const WindowRecord* window = &record; window->IsChild();) {
+        if (!window->visible) {
+            return {};
+        }
         window = Find(window->parent);
         bounds = bounds.Intersect(window->ClientRect().Offset(OriginOf(*window)));
     }
@@ -271,19 +274,18 @@ bool WindowTree::Restack(WindowRecord& record, Stacking stacking, HWND sibling) 
 
 bool WindowTree::RestackChild(const WindowRecord& record, Stacking stacking, HWND sibling) {
     WindowRecord& parent = *Find(record.parent);
+    bool moved = false;
     if (stacking == Stacking::Top) {
-        parent.children.MoveToTop(record.place);
+        moved = parent.children.MoveToTop(record.place);
     } else if (stacking == Stacking::Bottom) {
-        parent.children.MoveToBottom(record.place);
-    } else {
-        const WindowRecord* other = Find(sibling);
-        if (other == nullptr || other->parent != record.parent) {
-            return false;
-        }
-        parent.children.MoveBelow(record.place, other->place);
+        moved = parent.children.MoveToBottom(record.place);
+    } else if (const WindowRecord* other = Find(sibling); other != nullptr && other->parent == record.parent) {
+        moved = parent.children.MoveBelow(record.place, other->place);
     }
-    RenumberChildren(parent);
-    return true;
+    if (moved) {
+        RenumberChildren(parent);
+    }
+    return moved;
 }
 
 bool WindowTree::RestackTopLevel(HWND window, Stacking stacking, HWND sibling) {

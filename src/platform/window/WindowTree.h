@@ -52,8 +52,9 @@ public:
     [[nodiscard]] bool IsVisible(HWND window) const;
     /// Where the window's client corner lies on its top-level window's surface.
     [[nodiscard]] CPoint OriginOf(const WindowRecord& record) const;
-    /// The window's pixels on the surface, without what lies outside of its ancestors or under siblings above it. Its
-    /// own children are not taken out: they are painted after it.
+    /// The window's pixels on the surface, without what lies outside of its ancestors or under siblings above it; none
+    /// for a hidden child and what is in it. Its own children are not taken out: they are painted after it. A hidden
+    /// top-level window can be drawn on as a visible one can.
     [[nodiscard]] Region VisibleRegion(const WindowRecord& record) const;
     /// The deepest visible window at a point of the screen within a top-level window that takes input, or null.
     [[nodiscard]] HWND WindowAt(HWND topLevel, CPoint screen) const;
@@ -76,7 +77,8 @@ public:
     void Remove(HWND window);
     void SetVisible(WindowRecord& record, bool visible);
     void SetRect(WindowRecord& record, const CRect& rect);
-    /// False: the sibling is none. It counts for Stacking::Below only.
+    /// False for a child: nothing changes, it is there already or the sibling is none. That counts for Stacking::Below
+    /// only.
     bool Restack(WindowRecord& record, Stacking stacking, HWND sibling);
 
 private:
