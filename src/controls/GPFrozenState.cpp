@@ -1,12 +1,8 @@
 #include "controls/GPFrozenState.h"
 
-#include "controls/FrozenSurface.h"
-#include "platform/draw/Graphics.h"
 #include "platform/draw/Region.h"
 #include "platform/draw/Surface.h"
 
-#include <map>
-#include <tuple>
 #include <utility>
 
 namespace veldan {
@@ -49,21 +45,6 @@ void CGPFrozenState::Paint(CDC& dc, CPoint at) const {
         dc.BitBlt(at.x + box.rect.left, at.y + box.rect.top, box.rect.Width(), box.rect.Height(), &box.dc, 0, 0,
                   SRCCOPY);
     }
-}
-
-std::shared_ptr<const CDC> GetGradient(CSize size, COLORREF top, COLORREF bottom) {
-    static std::map<std::tuple<int, int, COLORREF, COLORREF>, std::weak_ptr<const CDC>> gradients;
-    std::weak_ptr<const CDC>& known = gradients[{size.cx, size.cy, top, bottom}];
-    if (std::shared_ptr<const CDC> pGradient = known.lock()) {
-        return pGradient;
-    }
-    std::erase_if(gradients, [&](const auto& entry) { return &entry.second != &known && entry.second.expired(); });
-    const auto pGradient = std::make_shared<CDC>();
-    MakeSurface(*pGradient, *pGradient, size);
-    Graphics(*pGradient)
-        .FillVerticalGradient({0, 0, static_cast<float>(size.cx), static_cast<float>(size.cy)}, size.cy, top, bottom);
-    known = pGradient;
-    return pGradient;
 }
 
 }  // namespace veldan

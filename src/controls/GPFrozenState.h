@@ -41,7 +41,4 @@ private:
     std::unique_ptr<Content> m_pContent;
 };
 
-/// A picture with colours that run from top to bottom; the same one for everybody who asks while somebody has it.
-[[nodiscard]] std::shared_ptr<const CDC> GetGradient(CSize size, COLORREF top, COLORREF bottom);
-
 }  // namespace veldan

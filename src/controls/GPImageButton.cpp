@@ -1,8 +1,7 @@
 #include "controls/GPImageButton.h"
 
-#include "controls/ButtonRules.h"
+#include <utility>
 #include "controls/FrozenSurface.h"
-#include "platform/window/Desktop.h"
 
 namespace veldan {
 namespace {
@@ -16,18 +15,18 @@ constexpr std::size_t kLongestWindowText = 1023;
 
 }  // namespace
 
-CGPImageButton::CGPImageButton(int style) : m_nStyle(style) {}
+CGPImageButton::CGPImageButton(int style) : CGPSkinButton(kHoverTime), m_nStyle(style) {}
 
 CGPImageButton::~CGPImageButton() = default;
 
 const MessageMap& CGPImageButton::ClassMessageMap() {
     static constexpr MessageMapEntry kEntries[] = {
-        On<WM_MOUSEMOVE, &CGPImageButton::OnMouseMove>(),   On<WM_ERASEBKGND, &CGPImageButton::OnEraseBkgnd>(),
-        On<WM_SETCURSOR, &CGPImageButton::OnSetCursor>(),   On<OCM_CTLCOLOR, &CGPImageButton::CtlColor>(),
-        On<WM_MOUSELEAVE, &CGPImageButton::OnMouseLeave>(), On<WM_MOUSEHOVER, &CGPImageButton::OnMouseHover>(),
+        On<OCM_CTLCOLOR, &CGPImageButton::CtlColor>(),
+        On<WM_MOUSELEAVE, &CGPImageButton::OnMouseLeave>(),
+        On<WM_MOUSEHOVER, &CGPImageButton::OnMouseHover>(),
         On<WM_TIMER, &CGPImageButton::OnTimer>(),
     };
-    static const MessageMap kMap{&CButton::ClassMessageMap(), kEntries};
+    static const MessageMap kMap{&CGPSkinButton::ClassMessageMap(), kEntries};
     return kMap;
 }
 
@@ -74,17 +73,6 @@ void CGPImageButton::ReleaseAnimationFrames() {
     m_bAnimated = FALSE;
 }
 
-void CGPImageButton::PreSubclassWindow() {
-    ModifyStyle(0, BS_OWNERDRAW);
-    SetOpaque();
-}
-
-bool CGPImageButton::PreTranslateMessage(MSG& message) {
-    TakeDoubleClickAsPress(message);
-    RelayToToolTip(m_pToolTip.get(), message);
-    return CButton::PreTranslateMessage(message);
-}
-
 void CGPImageButton::DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) {
     PaintSurface(*lpDrawItemStruct, SurfaceToPaint(lpDrawItemStruct->itemState));
 }
@@ -108,46 +96,22 @@ const CDC& CGPImageButton::SurfaceToPaint(UINT itemState) const {
     return m_bHover ? m_dcHover : m_dcNormal;
 }
 
-void CGPImageButton::OnMouseMove(UINT /*flags*/, CPoint /*point*/) {
-    if (!m_bTracking) {
-        m_bTracking = TrackMouseEvent(TME_HOVER | TME_LEAVE, kHoverTime);
-    }
-    Default();
-}
-
-BOOL CGPImageButton::OnEraseBkgnd(CDC* /*pDC*/) {
-    return TRUE;
-}
-
-BOOL CGPImageButton::OnSetCursor(CWnd* /*pWnd*/, UINT /*hitTest*/, UINT /*message*/) {
-    if (!m_hCursor) {
-        return static_cast<BOOL>(Default());
-    }
-    Desktop::Get().SetCursor(*m_hCursor);
-    return TRUE;
-}
-
 HBRUSH CGPImageButton::CtlColor(CDC* /*pDC*/, UINT /*ctlColor*/) {
     return nullptr;
 }
 
-LRESULT CGPImageButton::OnMouseLeave(WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    m_bHover = FALSE;
-    m_bTracking = FALSE;
+LRESULT CGPImageButton::OnMouseLeave(WPARAM wParam, LPARAM lParam) {
     if (m_bAnimated) {
         KillTimer(kFrameTimer);
     }
-    Invalidate();
-    return 0;
+    return CGPSkinButton::OnMouseLeave(wParam, lParam);
 }
 
-LRESULT CGPImageButton::OnMouseHover(WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    m_bHover = TRUE;
+LRESULT CGPImageButton::OnMouseHover(WPARAM wParam, LPARAM lParam) {
     if (m_bAnimated) {
         SetTimer(kFrameTimer, kFrameTime);
     }
-    Invalidate();
-    return 0;
+    return CGPSkinButton::OnMouseHover(wParam, lParam);
 }
 
 void CGPImageButton::OnTimer(UINT_PTR /*id*/) {

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "controls/GPResourceImage.h"
+#include "controls/GPSkinButton.h"
 #include "platform/draw/DC.h"
 #include "platform/draw/Graphics.h"
-#include "platform/widgets/Button.h"
-#include "platform/widgets/ToolTip.h"
 
 #include <array>
 #include <memory>
-#include <optional>
 
 namespace veldan {
 
@@ -25,7 +23,7 @@ public:
 /// Calls in order: create the window, LoadImageFile, SetTooltipText, BuildStateBitmaps, show it. The fields for further
 /// layers and looks are written directly, before BuildStateBitmaps; those that only choose a look also later, followed
 /// by an invalidation.
-class CGPImageButton : public CButton {
+class CGPImageButton : public CGPSkinButton {
 public:
     explicit CGPImageButton(int style);
     ~CGPImageButton() override;
@@ -47,8 +45,6 @@ public:
     int m_nStateCount = 0;
     BOOL m_bVertical = TRUE;
     BOOL m_bParentBackground = FALSE;
-    BOOL m_bHover = FALSE;
-    BOOL m_bTracking = FALSE;
     BOOL m_bDisabledLook = FALSE;  ///< Only the look: the button still answers.
     BOOL m_bStatesBuilt = FALSE;
     BOOL m_bLatched = FALSE;
@@ -56,9 +52,6 @@ public:
     BOOL m_bShowOverlay = FALSE;  ///< The overlay is drawn with m_bOverlayReady set as well.
     BOOL m_bOverlayReady = FALSE;
     BOOL m_bToggled = FALSE;
-    std::optional<CursorShape> m_hCursor;  ///< Over the button; none leaves the class's.
-    std::unique_ptr<CToolTipCtrl> m_pToolTip;
-    CString m_strToolTip;
     CString m_strText;
     CString m_strSubText;
     COLORREF m_crText = 0;
@@ -93,16 +86,11 @@ public:
 protected:
     [[nodiscard]] static const MessageMap& ClassMessageMap();
     [[nodiscard]] const MessageMap& GetMessageMap() const override;
-    void PreSubclassWindow() override;
-    bool PreTranslateMessage(MSG& message) override;
     void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) override;
 
 private:
     struct Layout;
 
-    void OnMouseMove(UINT flags, CPoint point);
-    BOOL OnEraseBkgnd(CDC* pDC);
-    BOOL OnSetCursor(CWnd* pWnd, UINT hitTest, UINT message);
     HBRUSH CtlColor(CDC* pDC, UINT ctlColor);
     LRESULT OnMouseLeave(WPARAM wParam, LPARAM lParam);
     LRESULT OnMouseHover(WPARAM wParam, LPARAM lParam);

@@ -1,9 +1,6 @@
 #include "controls/GPMenuButton.h"
 
-#include "controls/ButtonRules.h"
 #include "controls/FrozenSurface.h"
-#include "controls/StatePool.h"
-#include "platform/window/Desktop.h"
 
 #include <utility>
 
@@ -16,50 +13,46 @@ constexpr int kMostIconPixels = 64 * 1024;
 
 }  // namespace
 
-CGPMenuButton::CGPMenuButton() = default;
+CGPMenuButton::CGPMenuButton() : CGPSkinButton(kHoverTime) {}
 
 CGPMenuButton::~CGPMenuButton() {
     for (const CGPFrozenState* pState : {&m_dcNormal, &m_dcHover, &m_dcDisabled}) {
-        CStatePool::Get().Forget(*pState);
+        m_pCache->States().Forget(*pState);
     }
 }
 
 const MessageMap& CGPMenuButton::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
-        On<WM_MOUSEMOVE, &CGPMenuButton::OnMouseMove>(),     On<WM_ERASEBKGND, &CGPMenuButton::OnEraseBkgnd>(),
-        On<WM_SETCURSOR, &CGPMenuButton::OnSetCursor>(),     On<OCM_CTLCOLOR, &CGPMenuButton::CtlColor>(),
-        On<WM_KILLFOCUS, &CGPMenuButton::OnKillFocus>(),     OnReflected<BN_CLICKED, &CGPMenuButton::OnClicked>(),
-        On<WM_RBUTTONDOWN, &CGPMenuButton::OnRButtonDown>(), On<WM_MOUSELEAVE, &CGPMenuButton::OnMouseLeave>(),
+        On<OCM_CTLCOLOR, &CGPMenuButton::CtlColor>(),         On<WM_KILLFOCUS, &CGPMenuButton::OnKillFocus>(),
+        OnReflected<BN_CLICKED, &CGPMenuButton::OnClicked>(), On<WM_RBUTTONDOWN, &CGPMenuButton::OnRButtonDown>(),
         On<WM_MOUSEHOVER, &CGPMenuButton::OnMouseHover>(),
     };
-    static const MessageMap kMap{&CButton::ClassMessageMap(), kEntries};
+    static const MessageMap kMap{&CGPSkinButton::ClassMessageMap(), kEntries};
     return kMap;
 }
 
 bool CGPMenuButton::LoadImageResource(UINT id, const char* type) {
+    m_nImageBytes = 0;
+    if (std::shared_ptr<CGPResourceImage> pPicture = m_pCache->Picture(id, type)) {
+        m_pImage = std::move(pPicture);
+        return true;
+    }
     m_pImage = std::make_shared<CGPResourceImage>();
-    return m_pImage->Load(id, type);
+    return false;
 }
 
 bool CGPMenuButton::LoadImageFile(const CString& path, const char* /*type*/) {
     m_pImage = std::make_shared<CGPResourceImage>();
-    return m_pImage->LoadFile(path, kMostIconPixels);
+    const bool isRead = m_pImage->LoadFile(path, kMostIconPixels);
+    m_nImageBytes = m_pImage->m_pBitmap->GetByteCount();
+    return isRead;
 }
 
 bool CGPMenuButton::LoadImageBytes(CString bytes) {
     m_pImage = std::make_shared<CGPResourceImage>();
-    return m_pImage->LoadBytes(std::move(bytes), kMostIconPixels);
-}
-
-void CGPMenuButton::PreSubclassWindow() {
-    ModifyStyle(0, BS_OWNERDRAW);
-    SetOpaque();
-}
-
-bool CGPMenuButton::PreTranslateMessage(MSG& message) {
-    TakeDoubleClickAsPress(message);
-    RelayToToolTip(m_pToolTip.get(), message);
-    return CButton::PreTranslateMessage(message);
+    const bool isRead = m_pImage->LoadBytes(std::move(bytes), kMostIconPixels);
+    m_nImageBytes = m_pImage->m_pBitmap->GetByteCount();
+    return isRead;
 }
 
 HBRUSH CGPMenuButton::CtlColor(CDC* /*pDC*/, UINT /*ctlColor*/) {
@@ -99,30 +92,11 @@ void CGPMenuButton::DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) {
     CGPFrozenState& frozen = state == State::Disabled ? m_dcDisabled : state == State::Hover ? m_dcHover : m_dcNormal;
     if (m_bStatesBuilt) {
         if (!frozen.Exists()) {
-            m_pLook->Compose(frozen, state);
+            m_pLook->Compose(frozen, state, *m_pCache);
         }
-        CStatePool::Get().Use(frozen, GetSafeHwnd());
+        m_pCache->States().Use(frozen, GetSafeHwnd());
     }
     PaintState(*lpDrawItemStruct, frozen);
-}
-
-void CGPMenuButton::OnMouseMove(UINT /*flags*/, CPoint /*point*/) {
-    if (!m_bTracking) {
-        m_bTracking = TrackMouseEvent(TME_HOVER | TME_LEAVE, kHoverTime);
-    }
-    Default();
-}
-
-BOOL CGPMenuButton::OnEraseBkgnd(CDC* /*pDC*/) {
-    return TRUE;
-}
-
-BOOL CGPMenuButton::OnSetCursor(CWnd* /*pWnd*/, UINT /*hitTest*/, UINT /*message*/) {
-    if (!m_hCursor) {
-        return static_cast<BOOL>(Default());
-    }
-    Desktop::Get().SetCursor(*m_hCursor);
-    return TRUE;
 }
 
 void CGPMenuButton::OnKillFocus(CWnd* /*pNewWnd*/) {
@@ -148,20 +122,11 @@ void CGPMenuButton::OnRButtonDown(UINT /*flags*/, CPoint point) {
     }
 }
 
-LRESULT CGPMenuButton::OnMouseLeave(WPARAM /*wParam*/, LPARAM /*lParam*/) {
-    m_bHover = FALSE;
-    m_bTracking = FALSE;
-    Invalidate();
-    return 0;
-}
-
-LRESULT CGPMenuButton::OnMouseHover(WPARAM /*wParam*/, LPARAM /*lParam*/) {
+LRESULT CGPMenuButton::OnMouseHover(WPARAM wParam, LPARAM lParam) {
     if (CWnd* parent = GetParent()) {
         parent->PostMessage(m_nKind == 0 ? kMsgGroupHover : kMsgItemHover, GetDlgCtrlID());
     }
-    m_bHover = TRUE;
-    Invalidate();
-    return 0;
+    return CGPSkinButton::OnMouseHover(wParam, lParam);
 }
 
 }  // namespace veldan

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "controls/GPMenuButtonLook.h"
-#include "platform/widgets/Button.h"
-#include "platform/widgets/ToolTip.h"
+#include "controls/GPSkinButton.h"
+#include "controls/LookCache.h"
 
 #include <memory>
-#include <optional>
 
 namespace veldan {
 
@@ -29,7 +28,7 @@ inline constexpr UINT kMsgItemClick = 0x6c7;   ///< Sent on a click on either.
 /// Image, kind, texts, size and colours are taken as they are when the button first paints; what is set later doesn't
 /// show. The pixels of a state are made when it is first shown, kept within the bounds of CStatePool, and made again
 /// where they were dropped; all other paints are block copies. Without an image nothing is made and the row is black.
-class CGPMenuButton : public CButton {
+class CGPMenuButton : public CGPSkinButton {
 public:
     CGPMenuButton();
     ~CGPMenuButton() override;
@@ -50,13 +49,13 @@ public:
     bool LoadImageBytes(CString bytes);
 
     /// As if none had been loaded.
-    void DropImage() { m_pImage.reset(); }
+    void DropImage() {
+        m_pImage.reset();
+        m_nImageBytes = 0;
+    }
 
     BOOL m_bDisabledLook = FALSE;
     BOOL m_bShowBadge = FALSE;
-    std::optional<CursorShape> m_hCursor;  ///< Over the button; none leaves the class's.
-    std::unique_ptr<CToolTipCtrl> m_pToolTip;
-    CString m_strToolTip;
     COLORREF m_crText = 0xe9e9e9;
     COLORREF m_crHoverText = 0xe9e9e9;
     COLORREF m_crHoverBottom = 0x0f41b3;
@@ -68,43 +67,34 @@ public:
     void (*m_pfnRightClick)(const MenuButtonClickInfo*) = nullptr;  ///< May destroy the button.
 
     [[nodiscard]] int GetKind() const { return m_nKind; }
-    [[nodiscard]] BOOL IsSelected() const { return m_bSelected; }
     [[nodiscard]] const CString& GetCaption() const { return m_strCaption; }
     [[nodiscard]] const CString& GetDescription() const { return m_strDescription; }
     [[nodiscard]] bool HasImage() const { return m_pImage != nullptr; }
-    /// What the encoded image takes in memory.
-    [[nodiscard]] std::size_t GetImageBytes() const {
-        return m_pImage && m_pImage->m_pBitmap ? m_pImage->m_pBitmap->GetByteCount() : 0;
-    }
+    /// What the encoded image takes in memory; nothing for one of the library's own, which all share.
+    [[nodiscard]] std::size_t GetImageBytes() const { return m_nImageBytes; }
 
 protected:
     [[nodiscard]] const MessageMap& GetMessageMap() const override;
-    void PreSubclassWindow() override;
-    bool PreTranslateMessage(MSG& message) override;
     void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct) override;
 
 private:
-    void OnMouseMove(UINT flags, CPoint point);
-    BOOL OnEraseBkgnd(CDC* pDC);
-    BOOL OnSetCursor(CWnd* pWnd, UINT hitTest, UINT message);
     HBRUSH CtlColor(CDC* pDC, UINT ctlColor);
     void OnKillFocus(CWnd* pNewWnd);
     void OnClicked();
     void OnRButtonDown(UINT flags, CPoint point);
-    LRESULT OnMouseLeave(WPARAM wParam, LPARAM lParam);
     LRESULT OnMouseHover(WPARAM wParam, LPARAM lParam);
 
     void FreezeLook();
 
     int m_nKind = 0;
     BOOL m_bSelected = FALSE;
-    BOOL m_bHover = FALSE;
-    BOOL m_bTracking = FALSE;
     BOOL m_bStatesBuilt = FALSE;
     BOOL m_bNewMark = FALSE;
     CString m_strCaption;
     CString m_strDescription;
+    std::shared_ptr<CLookCache> m_pCache = CLookCache::Share();
     std::shared_ptr<CGPResourceImage> m_pImage;
+    std::size_t m_nImageBytes = 0;
     std::unique_ptr<const CGPMenuButtonLook> m_pLook;  // once m_bStatesBuilt is set
     CGPFrozenState m_dcNormal;
     CGPFrozenState m_dcHover;

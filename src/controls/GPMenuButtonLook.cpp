@@ -2,7 +2,7 @@
 
 #include "controls/ButtonText.h"
 #include "controls/ColorMatrices.h"
-#include "controls/FrozenSurface.h"
+#include "controls/LookCache.h"
 #include "platform/draw/Graphics.h"
 
 namespace veldan {
@@ -52,21 +52,11 @@ void DrawMark(CDC& dc, int left, int top) {
     dc.SelectObject(pOldPen);
 }
 
-/// Where states are drawn before they are kept; one for all rows of a kind, which mostly have one size.
-CDC& DrawingBoard(int nKind, CSize size) {
-    static CDC boards[2];
-    CDC& board = boards[nKind == 1 ? 1 : 0];
-    if (board.GetClipBox().Size() != size) {
-        MakeSurface(board, board, size);
-    }
-    return board;
-}
-
 }  // namespace
 
-void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state) const {
-    const std::shared_ptr<const CDC> pBackground = Background(state);
-    CDC& dc = DrawingBoard(nKind, size);
+void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state, CLookCache& cache) const {
+    const std::shared_ptr<const CDC> pBackground = Background(state, cache);
+    CDC& dc = cache.Board(nKind, size);
     dc.BitBlt(0, 0, size.cx, size.cy, pBackground.get(), 0, 0, SRCCOPY);
     static_cast<void>(dc.TakeBoundsRect());
     CRect boxes[CGPFrozenState::kMostBoxes];
@@ -83,16 +73,16 @@ void CGPMenuButtonLook::Compose(CGPFrozenState& frozen, State state) const {
     frozen.Keep(dc, pBackground, boxes);
 }
 
-std::shared_ptr<const CDC> CGPMenuButtonLook::Background(State state) const {
+std::shared_ptr<const CDC> CGPMenuButtonLook::Background(State state, CLookCache& cache) const {
     switch (state) {
         case State::Normal:
-            return GetGradient(size, crNormalTop, crNormalBottom);
+            return cache.Gradient(size, crNormalTop, crNormalBottom);
         case State::Hover:
-            return GetGradient(size, crHoverTop, crHoverBottom);
+            return cache.Gradient(size, crHoverTop, crHoverBottom);
         case State::Disabled:
             break;
     }
-    return GetGradient(size, kDisabledTop, kDisabledBottom);
+    return cache.Gradient(size, kDisabledTop, kDisabledBottom);
 }
 
 void CGPMenuButtonLook::DrawIcon(CDC& dc, State state) const {

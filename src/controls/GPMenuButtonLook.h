@@ -9,6 +9,8 @@
 
 namespace veldan {
 
+class CLookCache;
+
 /// Everything that the pixels of a menu button depend on, as it was when the button first painted. Composing a state
 /// gives the same pixels at any time.
 struct CGPMenuButtonLook {
@@ -30,10 +32,10 @@ struct CGPMenuButtonLook {
     std::shared_ptr<CGPResourceImage> pImage;
     std::shared_ptr<CGPResourceImage> pBadge;  // null unless it is shown
 
-    void Compose(CGPFrozenState& frozen, State state) const;
+    void Compose(CGPFrozenState& frozen, State state, CLookCache& cache) const;
 
 private:
-    [[nodiscard]] std::shared_ptr<const CDC> Background(State state) const;
+    [[nodiscard]] std::shared_ptr<const CDC> Background(State state, CLookCache& cache) const;
     void DrawIcon(CDC& dc, State state) const;
     void DrawBadge(CDC& dc, State state) const;
     void DrawCaption(CDC& dc, State state) const;

@@ -1,7 +1,5 @@
 #include "controls/GPScrollImageButton.h"
 
-#include "controls/ButtonRules.h"
-
 namespace veldan {
 
 CGPScrollImageButton::CGPScrollImageButton() : CGPImageButton(0) {}

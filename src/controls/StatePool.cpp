@@ -4,11 +4,6 @@
 
 namespace veldan {
 
-CStatePool& CStatePool::Get() {
-    static CStatePool pool;
-    return pool;
-}
-
 void CStatePool::Use(CGPFrozenState& state, HWND owner) {
     if (const auto known = m_mapPlaces.find(&state); known != m_mapPlaces.end()) {
         m_entries.splice(m_entries.begin(), m_entries, known->second);

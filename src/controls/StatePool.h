@@ -16,8 +16,6 @@ class CStatePool {
 public:
     static constexpr std::size_t kMostBytes = 12 * 1024 * 1024;
 
-    [[nodiscard]] static CStatePool& Get();
-
     /// Notes a paint. The state belongs to the caller, who calls Forget before it goes.
     void Use(CGPFrozenState& state, HWND owner);
     void Forget(const CGPFrozenState& state);

@@ -1,7 +1,7 @@
 #include "controls/GPMenuButton.h"
 
 #include "controls/ControlFixture.h"
-#include "controls/StatePool.h"
+#include "controls/LookCache.h"
 
 namespace veldan {
 namespace {
@@ -44,6 +44,9 @@ protected:
         }
         return count;
     }
+    /// What the states of all rows take.
+    static std::size_t StateBytes() { return CLookCache::Share()->States().Bytes(); }
+
     static constexpr std::uint32_t kYellow = 0xffff00;
 };
 
@@ -188,13 +191,13 @@ TEST_F(GPMenuButtonTest, ManyRowsKeepTheirPixelsWithinABound) {
         }
         rows.back()->ShowWindow(SW_HIDE);
     }
-    EXPECT_LE(CStatePool::Get().Bytes(), CStatePool::kMostBytes);
-    EXPECT_GT(CStatePool::Get().Bytes(), CStatePool::kMostBytes / 2);
+    EXPECT_LE(StateBytes(), CStatePool::kMostBytes);
+    EXPECT_GT(StateBytes(), CStatePool::kMostBytes / 2);
     rows[0]->ShowWindow(SW_SHOW);
     Person().Settle();
     EXPECT_EQ(PixelsOf(*rows[0]), first);
     rows.clear();
-    EXPECT_EQ(CStatePool::Get().Bytes(), 0U);
+    EXPECT_EQ(StateBytes(), 0U);
 }
 
 TEST_F(GPMenuButtonTest, RowsThatCanBeSeenKeepTheirPixelsBeyondTheBound) {
@@ -204,12 +207,12 @@ TEST_F(GPMenuButtonTest, RowsThatCanBeSeenKeepTheirPixelsBeyondTheBound) {
         rows.push_back(MakeRow(1000 + i, 0, {1000, 250}));
         MakeUsual(*rows.back(), ReplaceAll(CString(3000, '-'), "-", "word "));
     }
-    const std::size_t all = CStatePool::Get().Bytes();
+    const std::size_t all = StateBytes();
     EXPECT_GT(all, CStatePool::kMostBytes);
     rows[0]->ShowWindow(SW_HIDE);
     rows.push_back(MakeRow(2000, 0, {1000, 250}));
     MakeUsual(*rows.back(), ReplaceAll(CString(3000, '-'), "-", "word "));
-    EXPECT_EQ(CStatePool::Get().Bytes(), all);
+    EXPECT_EQ(StateBytes(), all);
 }
 
 TEST_F(GPMenuButtonTest, RestingTellsTheParentOncePerEntryAndEachPressIsAClick) {

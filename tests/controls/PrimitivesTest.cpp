@@ -2,11 +2,13 @@
 #include "controls/FrozenSurface.h"
 #include "controls/GPMemDC.h"
 #include "controls/GPResourceImage.h"
+#include "controls/LookCache.h"
 #include "draw/Canvas.h"
 #include "platform/resource/Resource.h"
 #include "resources/Dialogs.h"
 
 #include <optional>
+#include <utility>
 
 namespace veldan {
 namespace {
@@ -43,6 +45,22 @@ TEST(GPResourceImageTest, HoldsWhatItLoadedLast) {
     EXPECT_FALSE(image.LoadFile("/nowhere/" + CString(2000, 'x') + ".png"));
     EXPECT_NE(image.m_pBitmap, nullptr);
     EXPECT_EQ(image.GetSize(), CSize());
+}
+
+TEST(LookCacheTest, IsSharedUntilItsLastHolderGoes) {
+    auto pCache = CLookCache::Share();
+    const std::weak_ptr<CLookCache> pSame = CLookCache::Share();
+    EXPECT_EQ(pSame.lock(), pCache);
+    auto pPicture = pCache->Picture(kAddIconId, "PNG");
+    EXPECT_EQ(pCache->Picture(kAddIconId, "PNG"), pPicture);
+    EXPECT_EQ(pCache->Picture(kAddIconId, "BITMAP"), nullptr);
+    const auto pGradient = pCache->Gradient({10, 20}, kRed, kBlue);
+    EXPECT_EQ(pCache->Gradient({10, 20}, kRed, kBlue), pGradient);
+    EXPECT_NE(pCache->Gradient({10, 20}, kBlue, kBlue), pGradient);
+    const std::weak_ptr<CGPResourceImage> pGone = std::exchange(pPicture, nullptr);
+    EXPECT_TRUE(pGone.expired());
+    pCache.reset();
+    EXPECT_TRUE(pSame.expired());
 }
 
 using SnapshotTest = ControlTest;
