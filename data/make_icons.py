@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws the pictures of the sample catalogue and the library's embedded icon. Needs the package python3-cairo."""
+"""Draws the pictures of the sample catalogue and the library's embedded icons. Needs the package python3-cairo."""
 
 import argparse
 import sys
@@ -14,7 +14,7 @@ from catalogue import GROUPS
 
 ROOT = Path(__file__).resolve().parent
 PROFILES = ROOT / "Profiles"
-RESOURCE = ROOT.parent / "src" / "resources" / "Png1057.cpp"
+RESOURCE = ROOT.parent / "src" / "resources" / "Icons.cpp"
 
 
 def colour(text, alpha=1.0):
@@ -22,6 +22,7 @@ def colour(text, alpha=1.0):
 
 
 INK = colour("f6e8d8")
+FAINT = 0.6
 DARK = colour("2b1007")
 ROW, HOVERED_ROW = colour("6f3217"), colour("b3410f")
 ACCENTS = {
@@ -58,11 +59,17 @@ def group_icon(group):
     return png(glyph(group.glyph, group.accent, False))
 
 
-def profile_icon(name, accent, label):
-    """A tile of 33 by 33 with a glyph over a band that bears the label."""
+def tile(accent):
+    """A picture with the empty tile of 33 by 33 of a profile, and a pen for what is on it."""
     image, context = surface(35, 35)
     pen = glyphs.Pen(context, INK, ACCENTS[accent])
     pen.box(colour("000000", 0.28), 1, 1, TILE, TILE, 4)
+    return image, context, pen
+
+
+def profile_icon(name, accent, label):
+    """A tile with a glyph over a band that bears the label."""
+    image, context, pen = tile(accent)
     context.save()
     context.rectangle(1, 1 + TILE - BAND, TILE, BAND)
     context.clip()
@@ -97,9 +104,38 @@ def add_icon():
     return profile_icon("plus", "amber", "ADD")
 
 
+def neutral_profile_icon():
+    """The icon of a profile that has no file with one: a sheet that stands for any profile."""
+    image, context, _ = tile("amber")
+    sheet, sheet_context = surface(35, 35)
+    pen = glyphs.Pen(sheet_context, INK, ACCENTS["amber"])
+    pen.polygon(INK, (10, 7), (20, 7), (25, 12), (25, 28), (10, 28))
+    pen.polygon(None, (19, 6), (19, 13), (26, 13))
+    pen.polygon(INK, (20, 7), (20, 12), (25, 12))
+    pen.polygon(None, (14, 15), (21.5, 19.5), (14, 24))
+    context.set_source_surface(sheet)
+    context.paint_with_alpha(FAINT)
+    return png(image)
+
+
+def neutral_group_icon():
+    """The same for a group: a folder."""
+    image, context = surface(16, 16)
+    pen = glyphs.Pen(context, INK, ACCENTS["amber"])
+    faint = (*INK[:3], FAINT)
+    pen.polygon(faint, (1, 2), (6, 2), (8, 4), (15, 4), (15, 6), (1, 6))
+    pen.box(faint, 1, 7, 14, 7)
+    return png(image)
+
+
+def embedded_icons():
+    """The icons that are part of the library, for they belong to no catalogue, by their resource number."""
+    return {1057: add_icon(), 1058: neutral_profile_icon(), 1059: neutral_group_icon()}
+
+
 RESOURCE_SOURCE = """\
 // Written by data/make_icons.py.
-#include "resources/Png1057.h"
+#include "resources/Icons.h"
 
 #include <array>
 #include <bit>
@@ -108,22 +144,34 @@ namespace veldan {{
 
 namespace {{
 
-constexpr auto kNumbers = std::to_array<unsigned char>({{
-{rows}
-}});
-constexpr auto kBytes = std::bit_cast<std::array<std::byte, kNumbers.size()>>(kNumbers);
+template <std::size_t kSize>
+constexpr auto AsBytes(const std::array<unsigned char, kSize>& numbers) {{
+    return std::bit_cast<std::array<std::byte, kSize>>(numbers);
+}}
 
+{arrays}
 }}  // namespace
 
-constinit const std::span<const std::byte> kPng1057 = kBytes;
+{spans}
 
 }}  // namespace veldan
 """
 
+RESOURCE_ARRAY = """\
+constexpr auto kBytes{number} = AsBytes(std::to_array<unsigned char>({{
+{rows}
+}}));
+"""
 
-def resource_source(data):
-    rows = (data[i:i + 19] for i in range(0, len(data), 19))
-    return RESOURCE_SOURCE.format(rows="\n".join("    " + " ".join(f"0x{n:02x}," for n in row) for row in rows))
+
+def resource_source(icons):
+    arrays = []
+    for number, data in icons.items():
+        rows = (data[i:i + 19] for i in range(0, len(data), 19))
+        lines = ("    " + " ".join(f"0x{byte:02x}," for byte in row) for row in rows)
+        arrays.append(RESOURCE_ARRAY.format(number=number, rows="\n".join(lines)))
+    spans = (f"constinit const std::span<const std::byte> kPng{number} = kBytes{number};" for number in icons)
+    return RESOURCE_SOURCE.format(arrays="\n".join(arrays), spans="\n".join(spans))
 
 
 def pictures():
@@ -164,7 +212,7 @@ def main():
     sheet = parser.parse_args().sheet
     files = pictures()
     if sheet:
-        sheet.write_bytes(contact_sheet([*files.values(), add_icon()]))
+        sheet.write_bytes(contact_sheet([*files.values(), *embedded_icons().values()]))
         return 0
     for path in PROFILES.glob("*/*.png"):
         if path.relative_to(PROFILES).as_posix() not in files:
@@ -173,7 +221,7 @@ def main():
         path = PROFILES / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(data)
-    RESOURCE.write_text(resource_source(add_icon()), encoding="utf-8")
+    RESOURCE.write_text(resource_source(embedded_icons()), encoding="utf-8")
     return 0
 
 

@@ -3,6 +3,7 @@
 #include "platform/core/FolderSnapshot.h"
 #include "platform/core/Path.h"
 #include "platform/core/ReadAhead.h"
+#include "resources/Dialogs.h"
 #include "storage/IniDocument.h"
 #include "storage/Log.h"
 
@@ -49,6 +50,13 @@ bool StaysInFolder(const CString& strName) {
 /// Empty, which is the path of no file, for a name that can't be one in the folder.
 CString PathIn(const CString& strFolder, const CString& strName) {
     return IsPlainFileName(strName) ? strFolder + "/" + strName : CString();
+}
+
+/// Texts that have no icon file get a picture all the same. What has no texts stays blank.
+void ShowNeutralIcon(CGPMenuButton& button) {
+    if (!button.HasImage() && (!button.GetCaption().empty() || !button.GetDescription().empty())) {
+        button.LoadImageResource(button.GetKind() == 1 ? kNeutralRowIconId : kNeutralGroupIconId, "PNG");
+    }
 }
 
 /// The value of an element that fills its line, if it is this one.
@@ -150,6 +158,7 @@ void CDlgCustomMenu::LoadGroup(const CIniDocument& index, const CString& strProf
     }
     pItem->m_pButton->SetCaption(isMarked ? strName + "*" : strName);
     pItem->m_pButton->SetKind(0);
+    ShowNeutralIcon(*pItem->m_pButton);
     MenuItem* pGroup = pItem.get();
     m_mapLevel1Items[KeyOf(pGroup->m_iID)] = std::move(pItem);
     LoadLevel2(pGroup, strProfiles + "/" + strName);
@@ -240,6 +249,7 @@ void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
     }
     button.SetCaption(pItem->m_strName);
     button.SetDescription(pItem->m_strComment);
+    ShowNeutralIcon(button);
     InsertItem(std::move(pItem));
 }
 

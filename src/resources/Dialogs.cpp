@@ -2,7 +2,7 @@
 
 #include "platform/dialog/DialogTemplate.h"
 #include "platform/resource/Resource.h"
-#include "resources/Png1057.h"
+#include "resources/Icons.h"
 
 namespace veldan {
 namespace {
@@ -14,6 +14,8 @@ constexpr DialogTemplate kDialogs[] = {
 
 const Resource kResources[] = {
     {kAddIconId, "PNG", kPng1057},
+    {kNeutralRowIconId, "PNG", kPng1058},
+    {kNeutralGroupIconId, "PNG", kPng1059},
 };
 
 const DialogTemplateTable g_dialogs(kDialogs);

@@ -3,15 +3,21 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <random>
+#include <set>
 
 #include <sys/stat.h>
 
 namespace veldan {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::Gt;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 class CatalogueTest : public MenuTest {
 protected:
@@ -71,12 +77,35 @@ TEST_F(CatalogueTest, AMissingEntryIsABlankRowInItsPlace) {
     m_tree.Write("A/order.ini", "[Order]\r\n7=p1.xml\r\n2=p2.xml\r\n0=p0.xml\r\nNum=3\r\np2.xml=p2.png\r\n");
     Init();
     EXPECT_EQ(Item(1000).m_strName, "Name p0");
-    EXPECT_FALSE(Item(1000).m_pButton->HasImage());
     EXPECT_EQ(Item(1001).m_strXml, "");
     EXPECT_EQ(Item(1001).m_pButton->GetCaption(), "");
+    EXPECT_FALSE(Item(1001).m_pButton->HasImage());
     EXPECT_EQ(Item(1002).m_iIndex, 2);
     EXPECT_TRUE(Item(1002).m_pButton->HasImage());
     EXPECT_EQ(Menu().Items().size(), 3U);
+}
+
+TEST_F(CatalogueTest, TextsWithoutAnIconFileStandBesideANeutralPicture) {
+    constexpr std::uint32_t kSkin = 0x6f3217;
+    m_tree.Groups({"A", "B", "C", "D", "E", "F"});
+    m_tree.Fill("A", 3);
+    for (const char* file : {"Picture/A.png", "A/p0.png", "A/p2.png", "A/p2.xml"}) {
+        std::filesystem::remove(m_tree.Folder() / (CString("Profiles/") + file));
+    }
+    m_tree.Write("A/p1.png", "damaged");
+    InitAndShow();
+    const auto coloursFrom = [this](CPoint at, int side) {
+        std::set<std::uint32_t> colours;
+        for (int i = 0; i < side * side; ++i) {
+            colours.insert(Seen(kMenuAt + at + CPoint{i % side, i / side}));
+        }
+        return colours;
+    };
+    EXPECT_THAT(coloursFrom({9, 9}, 16), AllOf(Contains(kSkin), SizeIs(Gt(1))));
+    Open(0);
+    EXPECT_THAT(coloursFrom({162, 24}, 35), AllOf(Contains(kSkin), SizeIs(Gt(1))));
+    EXPECT_THAT(coloursFrom({162, 74}, 35), ElementsAre(kSkin)) << "damaged";
+    EXPECT_THAT(coloursFrom({162, 124}, 35), ElementsAre(0U)) << "blank";
 }
 
 TEST_F(CatalogueTest, CountsAreTakenAsFarAsTheyMakeSenseAndIdsReach) {
