@@ -37,6 +37,7 @@ const MessageMap& CDlgCustomMenu::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
         On<WM_ERASEBKGND, &CDlgCustomMenu::OnEraseBkgnd>(),
         On<WM_MOUSEWHEEL, &CDlgCustomMenu::OnMouseWheel>(),
+        On<WM_OUTSIDEPRESS, &CDlgCustomMenu::OnOutsidePress>(),
         OnMessage<kMsgGroupHover, &CDlgCustomMenu::OnSmallMenuButtonItemChange>(),
         OnMessage<kMsgItemHover, &CDlgCustomMenu::OnItemHover>(),
         OnMessage<kMsgItemClick, &CDlgCustomMenu::OnItemClick>(),
@@ -86,6 +87,12 @@ BOOL CDlgCustomMenu::OnEraseBkgnd(CDC* pDC) {
     pDC->MoveTo(separator.left, separator.top);
     pDC->LineTo(separator.left, separator.bottom);
     return TRUE;
+}
+
+/// Mostly the button with the focus has hidden the menu already. It has none where another program's window became
+/// active with the pointer inside of the menu.
+void CDlgCustomMenu::OnOutsidePress() {
+    ShowWindow(SW_HIDE);
 }
 
 /// The host hears of the pick while the menu is still shown and the recent profiles are as they were.

@@ -121,6 +121,7 @@ private:
 
     BOOL OnEraseBkgnd(CDC* pDC);
     BOOL OnMouseWheel(UINT flags, short zDelta, CPoint point);
+    void OnOutsidePress();
 
     void LoadLevel1();
     void LoadGroup(const CIniDocument& index, const CString& strProfiles, int number);

@@ -222,6 +222,26 @@ TEST_P(OutsidePressTest, PressesInOwnWindowsAndWheelStepsAreNone) {
     EXPECT_TRUE(hasEnded);
 }
 
+TEST_P(OutsidePressTest, PressesTellWhichMarksTheyCameAfter) {
+    ShowMenu();
+    const std::pair<CPoint, DisplayEventKind> presses[] = {{kFarAway, DisplayEventKind::OutsidePress},
+                                                           {kInMenu, DisplayEventKind::ButtonPress}};
+    for (const auto& [place, kind] : presses) {
+        m_hand.ClickAt(place);
+        m_hand.Sync();
+        const std::uint64_t mark = m_display->Mark();
+        const auto early = WaitFor(kind);
+        ASSERT_TRUE(early);
+        // A press that a grab held back from an own window is made anew when it is let through.
+        EXPECT_TRUE(early->mark < mark || (!GetParam().useRawPresses && kind == DisplayEventKind::ButtonPress));
+        m_display->Sync();
+        m_hand.ClickAt(place);
+        const auto late = WaitFor(kind);
+        ASSERT_TRUE(late);
+        EXPECT_EQ(late->mark, mark);
+    }
+}
+
 TEST_P(OutsidePressTest, IsToldAlsoWhenThePointerHasComeInMeanwhile) {
     ShowMenu();
     m_hand.ClickAt(kFarAway);

@@ -190,4 +190,50 @@ TEST_F(FocusTest, AHandlerThatMovesTheFocusOnHasTheLastWord) {
     EXPECT_EQ(m_form.buttons[0].CountOf(WM_SETFOCUS), 0);
 }
 
+TEST_F(FocusTest, ShownPopupsHearOfPressesOutsideOfThemAndOfWhatTheyOwn) {
+    ShowForm();
+    ProbeWnd inner;
+    MakePopup(inner, {900, 500, 1000, 600}, &m_form);
+    Person().Settle();
+    struct {
+        const char* what;
+        CPoint at;
+        bool isInnerShown;
+        int formHears;
+        int innerHears;
+    } const cases[] = {
+        {"the bare screen", {1500, 900}, true, 0, 1}, {"the form, with a popup of its own", {510, 510}, true, 0, 1},
+        {"the popup", {950, 550}, true, 0, 0},        {"the bare screen, without the popup", {1500, 900}, false, 1, 0},
+        {"the frame", {100, 100}, false, 1, 0},       {"the form", {510, 510}, false, 0, 0},
+    };
+    for (const auto& [what, at, isInnerShown, formHears, innerHears] : cases) {
+        SCOPED_TRACE(what);
+        inner.ShowWindow(isInnerShown ? SW_SHOW : SW_HIDE);
+        m_form.log.clear();
+        inner.log.clear();
+        Person().Click(at, 3);
+        EXPECT_EQ(m_form.CountOf(WM_OUTSIDEPRESS), formHears);
+        EXPECT_EQ(inner.CountOf(WM_OUTSIDEPRESS), innerHears);
+    }
+    EXPECT_EQ(m_frame.CountOf(WM_OUTSIDEPRESS), 0);
+}
+
+TEST_F(FocusTest, APressFromBeforeAShowIsNoneOutsideOfWhatIsShownSince) {
+    ShowForm();
+    for (const bool wasHidden : {true, false}) {
+        m_form.ShowWindow(wasHidden ? SW_HIDE : SW_SHOW);
+        Person().Move({1500, 900});
+        m_display->PressButton(1);
+        m_form.log.clear();
+        ShowForm();
+        EXPECT_EQ(m_form.CountOf(WM_OUTSIDEPRESS), 0);
+        EXPECT_EQ(TheDesktop().Active(), m_form.GetSafeHwnd());
+        Person().Release();
+        Person().Press();
+        EXPECT_EQ(m_form.CountOf(WM_OUTSIDEPRESS), 1);
+        EXPECT_FALSE(TheDesktop().Active());
+        Person().Release();
+    }
+}
+
 }  // namespace veldan

@@ -180,6 +180,12 @@ void LifetimeTest::Provoke(UINT message) {
              track(TME_LEAVE, {950, 900});
          }},
         {WM_CAPTURECHANGED, [this] { m_plain->SetCapture(), CWnd::ReleaseCapture(); }},
+        {WM_OUTSIDEPRESS,
+         [this] {
+             // The first press is for a popup chain, if there is one.
+             Person().Click({950, 900});
+             Person().Click({950, 900});
+         }},
         {WM_LBUTTONDBLCLK, [&] { doubleClick(1); }},
         {WM_MBUTTONDBLCLK, [&] { doubleClick(2); }},
         {WM_RBUTTONDBLCLK, [&] { doubleClick(3); }},
@@ -224,7 +230,7 @@ void LifetimeTest::ProvokeInSetting(UINT message) {
 
 TEST_P(LifetimeTest, WindowMayDieInItsOwnMessage) {
     const UINT message = std::get<0>(GetParam());
-    std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_MEASUREITEM, WM_COMMAND};
+    std::set<UINT> atTop{WM_CLOSE, WM_DRAWITEM, WM_MEASUREITEM, WM_COMMAND, WM_OUTSIDEPRESS};
     if (std::get<2>(GetParam()) == Setting::PopupChain) {
         atTop.insert({WM_KEYDOWN, WM_KEYUP, WM_CHAR});  // they go to the popup
     }

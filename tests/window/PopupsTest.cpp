@@ -59,7 +59,7 @@ TEST_F(PopupsTest, LastPopupGetsTheKeysAndTheFocusStays) {
 }
 
 TEST_F(PopupsTest, PressOutsideEndsTheChainAndDoesNothingElse) {
-    for (const CPoint outside : {CPoint{150, 150}, CPoint{400, 100}}) {
+    for (const CPoint outside : {CPoint{150, 150}, CPoint{400, 100}, CPoint{900, 900}}) {
         Popup first(m_owner, {0, 60, 50, 100});
         Popup second(first, {60, 60, 100, 100});
         Person().Move(outside);
@@ -67,6 +67,7 @@ TEST_F(PopupsTest, PressOutsideEndsTheChainAndDoesNothingElse) {
         EXPECT_FALSE(first.IsOpen() || second.IsOpen());
         EXPECT_EQ(m_window.CountOf(WM_LBUTTONDOWN) + m_other.CountOf(WM_LBUTTONDOWN), 0);
         EXPECT_EQ(TheDesktop().Active(), m_window.GetSafeHwnd());
+        EXPECT_EQ(m_window.CountOf(WM_OUTSIDEPRESS) + m_other.CountOf(WM_OUTSIDEPRESS), 0);
         Person().Release();
     }
     Person().Click({150, 150});

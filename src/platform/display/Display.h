@@ -82,6 +82,7 @@ struct DisplayEvent {
     bool repeat = false;  ///< The key was down already.
     std::string text{};
     CRect rect{};
+    std::uint64_t mark = 0;  ///< Of a press: the latest Mark that the display had come to by then.
 };
 
 /// Where top-level windows live: maps them, shows their pixels, hands over input. It only translates: child windows,
@@ -127,6 +128,10 @@ public:
     /// Ends at once what grabs the pointer, so that code outside the library never runs under a grab of ours. A press
     /// that NextEvent hasn't come to yet may grab it anew.
     virtual void ReleaseGrab() = 0;
+
+    /// Parts the presses that were made before this call from those made after it: only the latter carry at least this
+    /// number. Grows with each call.
+    [[nodiscard]] virtual std::uint64_t Mark() = 0;
 
     /// Becomes readable when NextEvent may have news; -1 where there is no connection, and from its loss on.
     [[nodiscard]] virtual int Descriptor() const = 0;

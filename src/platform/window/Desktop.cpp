@@ -46,11 +46,12 @@ struct Desktop::Parts {
     TopLevelStack stack{context, tree};
     FrameFlash flash{context, tree, painting, surfaces};
     Activation activation{context, tree, messenger, events, popups, stack, flash};
-    Pointer pointer{context, tree, messenger, queue, activation, popups};
+    OutsidePresses outside{tree, messenger, activation, popups};
+    Pointer pointer{context, tree, messenger, queue, activation, popups, outside};
     Keyboard keyboard{tree, messenger, queue, activation, popups};
     WindowState state{context, tree, messenger, events, stack, painting, surfaces, activation};
     WindowLife life{context, tree, messenger, state};
-    Input input{tree, events, queue, pointer, keyboard, activation, state};
+    Input input{tree, events, queue, pointer, keyboard, activation, outside, state};
     MessageLoop loop{context, messenger, queue, events, input, painting, surfaces, pointer, keyboard, timers, flash};
 };
 

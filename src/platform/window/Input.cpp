@@ -58,7 +58,7 @@ void Input::TakeNews(const DisplayEvent& event) {
             break;
         case DisplayEventKind::OutsidePress:
             m_pointer.Left(event);
-            m_activation.Deactivate();
+            m_outside.TakeForeign(event);
             break;
         case DisplayEventKind::FocusOut:
             m_activation.Deactivate();

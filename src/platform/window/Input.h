@@ -10,13 +10,14 @@ namespace veldan {
 class Input {
 public:
     Input(const WindowTree& tree, InputQueue& events, MessageQueue& queue, Pointer& pointer, Keyboard& keyboard,
-          Activation& activation, WindowState& state)
+          Activation& activation, OutsidePresses& outside, WindowState& state)
         : m_tree(tree),
           m_events(events),
           m_queue(queue),
           m_pointer(pointer),
           m_keyboard(keyboard),
           m_activation(activation),
+          m_outside(outside),
           m_state(state) {}
 
     /// What a look for input gave: nothing, a message, or something that makes the whole queue worth another look.
@@ -35,6 +36,7 @@ private:
     Pointer& m_pointer;
     Keyboard& m_keyboard;
     Activation& m_activation;
+    OutsidePresses& m_outside;
     WindowState& m_state;
 };
 

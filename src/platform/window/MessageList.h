@@ -32,6 +32,7 @@
 /// Input, retrieved from the queue; positions are client pixels, but for WM_MOUSEWHEEL's, which are the screen's
 ///   WM_MOUSEHOVER and WM_MOUSELEAVE come only when asked for with TrackMouseEvent, once each.
 ///   WM_CAPTURECHANGED is sent to a window that loses the mouse capture.
+///   WM_OUTSIDEPRESS  sent to a shown popup when a button goes down outside of it and of all that it owns.
 /// Notification
 ///   WM_COMMAND       sent by a control to its parent: id and code in wParam, the control's handle in lParam.
 ///   WM_TIMER         retrieved when a timer is due; at most one per timer waits.
@@ -85,6 +86,7 @@
     X(WM_CAPTURECHANGED, 0x0215, OtherWindow)  \
     X(WM_MOUSEHOVER, 0x02a1, Raw)              \
     X(WM_MOUSELEAVE, 0x02a3, Raw)              \
+    X(WM_OUTSIDEPRESS, 0x0360, Nothing)        \
     X(OCM_CTLCOLOR, 0xbc19, CtlColorReflected) \
     X(OCM_DRAWITEM, 0xbc2b, DrawItem)          \
     X(OCM_MEASUREITEM, 0xbc2c, MeasureItem)    \

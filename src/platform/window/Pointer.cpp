@@ -98,7 +98,10 @@ Taken Pointer::ButtonChanged(const DisplayEvent& event, MSG& message) {
     if (press && !m_capture) {
         m_activation.Press(m_topLevel);
     }
-    // Asked again: the activation may have changed everything.
+    if (press) {
+        m_outside.Tell(event);
+    }
+    // Asked again: the activation and the press may have changed everything.
     const HWND target = TargetAt(event.screen);
     if (!target) {
         return Taken::Done;

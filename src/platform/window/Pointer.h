@@ -3,7 +3,7 @@
 #include "platform/window/Activation.h"
 #include "platform/window/HoverTracking.h"
 #include "platform/window/MessageQueue.h"
-#include "platform/window/Popups.h"
+#include "platform/window/OutsidePresses.h"
 #include "platform/window/PressHistory.h"
 
 #include <optional>
@@ -14,13 +14,14 @@ namespace veldan {
 class Pointer final : public WindowListener {
 public:
     Pointer(DesktopContext& context, const WindowTree& tree, Messenger& messenger, MessageQueue& queue,
-            Activation& activation, Popups& popups)
+            Activation& activation, Popups& popups, OutsidePresses& outside)
         : m_context(context),
           m_tree(tree),
           m_messenger(messenger),
           m_queue(queue),
           m_activation(activation),
-          m_popups(popups) {}
+          m_popups(popups),
+          m_outside(outside) {}
 
     [[nodiscard]] HWND Capture() const { return m_capture; }
     /// Nothing changes for a window that takes no input. Returns the window that had the capture.
@@ -68,6 +69,7 @@ private:
     MessageQueue& m_queue;
     Activation& m_activation;
     Popups& m_popups;
+    OutsidePresses& m_outside;
 
     HWND m_capture;
     HWND m_topLevel;  // the own top-level window that the pointer is in

@@ -19,6 +19,7 @@ struct TopLevelState {
     Region dirty;                      ///< Drawn, but not yet handed to the display.
     HWND lastFocus;                    ///< The child that had the focus last.
     HWND disabledFor;                  ///< The window that has this one's input while it is disabled, if any.
+    std::uint64_t shownAt = 0;         ///< The display's mark at the latest show.
 };
 
 /// One window in the table. Everything that the window system knows of it, apart from the object that handles its

@@ -65,6 +65,7 @@ void WindowState::ShowTopLevel(HWND window, bool activate) {
     } else if (m_events.DropHidden(window.Value())) {
         m_context.GetDisplay().SetVisible(window.Value(), true);
     }
+    record->topLevel->shownAt = m_context.GetDisplay().Mark();
     if (activate && (record->exStyle & WS_EX_NOACTIVATE) == 0) {
         m_activation.Activate(window);
     }

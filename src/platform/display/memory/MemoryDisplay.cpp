@@ -57,6 +57,7 @@ void MemoryDisplay::Send(DisplayEventKind kind, TopLevelId window, int button, i
     event.button = button;
     event.delta = delta;
     event.flags = m_uFlags;
+    event.mark = m_nMark;
     m_events.push_back(std::move(event));
 }
 

@@ -70,6 +70,7 @@ public:
     void SetCursor(TopLevelId id, CursorShape shape) override;
     [[nodiscard]] CPoint QueryPointer() override;
     void ReleaseGrab() override;
+    [[nodiscard]] std::uint64_t Mark() override { return ++m_nMark; }
     [[nodiscard]] int Descriptor() const override { return -1; }
     [[nodiscard]] bool NextEvent(DisplayEvent& event) override;
     void Flush() override {}
@@ -112,6 +113,7 @@ private:
     TopLevelId m_focusBefore = 0;
     TopLevelId m_nNextForeign = 1;
     bool m_bAlive = true;
+    std::uint64_t m_nMark = 0;
     std::uint64_t m_nRoundTrips = 0;
     std::uint64_t m_nPresentedPixels = 0;
 };

@@ -26,6 +26,7 @@ X11Display::X11Display(std::unique_ptr<X11Connection> connection, std::unique_pt
     : m_connection(std::move(connection)),
       m_clock(std::move(clock)),
       m_windows(*m_connection),
+      m_marks(*m_connection),
       m_upload(*m_connection),
       m_keyboard(*m_connection),
       m_cursors(*m_connection),
@@ -196,6 +197,11 @@ void X11Display::ReleaseGrab() {
     const X11PipeGuard guard;
     xcb_ungrab_pointer(m_connection->Get(), XCB_CURRENT_TIME);
     xcb_flush(m_connection->Get());
+}
+
+std::uint64_t X11Display::Mark() {
+    const X11PipeGuard guard;
+    return m_marks.Set();
 }
 
 int X11Display::Descriptor() const {

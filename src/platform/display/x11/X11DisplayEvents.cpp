@@ -64,6 +64,7 @@ bool X11Display::Settle() {
 }
 
 void X11Display::Translate(const xcb_generic_event_t& event) {
+    m_marks.OnEvent(event.full_sequence);
     switch (event.response_type & 0x7f) {
         case XCB_MOTION_NOTIFY:
             return OnMotion(As<xcb_motion_notify_event_t>(event));
@@ -116,8 +117,8 @@ void X11Display::TranslateExtension(const xcb_generic_event_t& event) {
         if (generic.extension != features.inputOpcode || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) {
             return;
         }
-        if (m_outside.OnRawPress(generic, m_pointerIn != 0)) {
-            m_focus.EndStrayLosses();
+        if (m_outside.OnRawPress(generic, m_pointerIn != 0, m_marks.Reached())) {
+            NotePress();
         }
         PushOutside();
     } else if (features.sharedMemory && type == features.sharedMemoryEvent + XCB_SHM_COMPLETION) {

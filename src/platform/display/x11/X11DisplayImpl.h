@@ -6,6 +6,7 @@
 #include "platform/display/x11/X11Cursors.h"
 #include "platform/display/x11/X11Focus.h"
 #include "platform/display/x11/X11Keyboard.h"
+#include "platform/display/x11/X11Marks.h"
 #include "platform/display/x11/X11OutsideWatch.h"
 #include "platform/display/x11/X11Upload.h"
 #include "platform/display/x11/X11Windows.h"
@@ -48,6 +49,7 @@ public:
     void SetCursor(TopLevelId id, CursorShape shape) override;
     [[nodiscard]] CPoint QueryPointer() override;
     void ReleaseGrab() override;
+    [[nodiscard]] std::uint64_t Mark() override;
 
     [[nodiscard]] int Descriptor() const override;
     [[nodiscard]] bool NextEvent(DisplayEvent& event) override;
@@ -80,6 +82,7 @@ private:
     void OnDestroy(const xcb_destroy_notify_event_t& event);
     void OnClientMessage(const xcb_client_message_event_t& event);
 
+    void NotePress();
     void PushMove(TopLevelId window, CPoint screen, UINT flags);
     void PushLeave();
     void PushOutside();
@@ -92,6 +95,7 @@ private:
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<Clock> m_clock;
     X11Windows m_windows;
+    X11Marks m_marks;
     X11Upload m_upload;
     X11Keyboard m_keyboard;
     X11Cursors m_cursors;

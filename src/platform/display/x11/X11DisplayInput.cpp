@@ -71,8 +71,8 @@ void X11Display::OnLeave(const xcb_leave_notify_event_t& event) {
 }
 
 void X11Display::OnPress(const xcb_button_press_event_t& event) {
-    m_focus.EndStrayLosses();
-    if (m_outside.OnPress(event)) {
+    NotePress();
+    if (m_outside.OnPress(event, m_marks.Reached())) {
         return PushOutside();
     }
     const X11TopLevel* topLevel = m_windows.FindWindow(event.event);
@@ -87,6 +87,7 @@ void X11Display::OnPress(const xcb_button_press_event_t& event) {
     PushLeave();
     m_ptLast = ScreenPoint(event);
     DisplayEvent press{.window = topLevel->Id(), .screen = m_ptLast, .flags = FlagsOf(event.state)};
+    press.mark = m_marks.Reached();
     if (event.detail >= 4) {
         press.kind = DisplayEventKind::Wheel;
         press.delta = event.detail == 4 ? kWheelStep : -kWheelStep;
@@ -159,6 +160,13 @@ void X11Display::OnFocus(const xcb_focus_in_event_t& event, bool isIn) {
     }
 }
 
+// A press from before the latest show has nothing to do with what happens to the focus since.
+void X11Display::NotePress() {
+    if (m_marks.AllReached()) {
+        m_focus.EndStrayLosses();
+    }
+}
+
 void X11Display::PushMove(TopLevelId window, CPoint screen, UINT flags) {
     m_ptLast = screen;
     // Only where the pointer is now counts.
@@ -175,9 +183,9 @@ void X11Display::PushLeave() {
 }
 
 void X11Display::PushOutside() {
-    if (const auto screen = m_outside.Take()) {
+    if (const auto press = m_outside.Take()) {
         PushLeave();
-        m_events.push_back({.kind = DisplayEventKind::OutsidePress, .screen = *screen});
+        m_events.push_back({.kind = DisplayEventKind::OutsidePress, .screen = press->screen, .mark = press->mark});
     }
 }
 

@@ -52,22 +52,22 @@ void X11OutsideWatch::GrabRoot(bool active) {
     }
 }
 
-bool X11OutsideWatch::OnRawPress(const xcb_ge_generic_event_t& event, bool pointerIsInside) {
+bool X11OutsideWatch::OnRawPress(const xcb_ge_generic_event_t& event, bool pointerIsInside, std::uint64_t mark) {
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
     if (!m_bActive || !Counts(raw.detail)) {
         return false;
     }
     if (pointerIsInside) {
-        m_undecided = raw.time;
+        m_undecided = {raw.time, mark};
     } else if (const auto now = AskPointer()) {
-        m_ptOutside = {now->root_x, now->root_y};
+        m_outside = {{now->root_x, now->root_y}, mark};
     }
     return true;
 }
 
-bool X11OutsideWatch::OnPress(const xcb_button_press_event_t& event) {
+bool X11OutsideWatch::OnPress(const xcb_button_press_event_t& event, std::uint64_t mark) {
     if (m_windows.FindWindow(event.event) != nullptr) {
-        if (m_undecided == event.time) {
+        if (m_undecided && m_undecided->time == event.time) {
             m_undecided.reset();
         }
         return false;
@@ -77,13 +77,14 @@ bool X11OutsideWatch::OnPress(const xcb_button_press_event_t& event) {
     xcb_flush(m_connection.Get());
     // Servers report a press that was held back with the place of the one before, so only the window counts.
     if (m_windows.FindOutermost(event.child) == nullptr) {
-        m_ptOutside = {event.root_x, event.root_y};
+        m_outside = {{event.root_x, event.root_y}, mark};
     }
     return true;
 }
 
 void X11OutsideWatch::Settle() {
-    if (!std::exchange(m_undecided, std::nullopt)) {
+    const auto undecided = std::exchange(m_undecided, std::nullopt);
+    if (!undecided) {
         return;
     }
     // While another program grabs the pointer, nothing tells that it has moved to a foreign window. A manager may also
@@ -95,7 +96,7 @@ void X11OutsideWatch::Settle() {
     const CPoint screen{now->root_x, now->root_y};
     const X11TopLevel* hit = m_windows.FindOutermost(now->child);
     if (hit == nullptr || !hit->Rect().Contains(screen)) {
-        m_ptOutside = screen;
+        m_outside = {screen, undecided->mark};
     }
 }
 
