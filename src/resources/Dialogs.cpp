@@ -7,7 +7,7 @@
 namespace veldan {
 namespace {
 
-/// The menu gives itself its size when it knows its groups.
+/// The menu sets its own size when it knows its groups.
 constexpr DialogTemplate kDialogs[] = {
     {.id = kMenuDialogId, .size = {0, 0, 284, 201}, .caption = "veldan menu"},
 };

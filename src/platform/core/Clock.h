@@ -6,12 +6,12 @@
 
 namespace veldan {
 
-/// The one source of time for timers, hovering and double clicks.
+/// The source of time for timers, hovering and double clicks.
 class VELDAN_PLATFORM_API Clock {
 public:
     virtual ~Clock();
 
-    /// Milliseconds since some fixed moment; never goes backwards.
+    /// Milliseconds since some fixed time; never goes backwards.
     [[nodiscard]] virtual std::int64_t Now() const = 0;
 };
 
@@ -21,7 +21,7 @@ public:
     [[nodiscard]] std::int64_t Now() const override;
 };
 
-/// A clock that stands still until it is moved by hand.
+/// A clock that moves only when a test advances it.
 class VELDAN_PLATFORM_API ManualClock final : public Clock {
 public:
     [[nodiscard]] std::int64_t Now() const override { return m_now; }

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks a class or function that crosses from the layer's shared library to its users. Everything else stays hidden.
+/// Marks a class or function that the layer's shared library exports. Everything else is hidden.
 #define VELDAN_PLATFORM_API __attribute__((visibility("default")))

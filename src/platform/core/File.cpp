@@ -12,7 +12,7 @@ namespace veldan {
 
 namespace {
 
-/// Reads the first bytes into a string, whose memory serves again. False leaves it empty.
+/// Reads the first bytes into a string, whose memory is reused. On failure the string is empty.
 bool ReadStart(const OpenedFile& file, CString& bytes, std::int64_t most) {
     bytes.resize(static_cast<std::size_t>(std::min<std::int64_t>(file.status.st_size, most)));
     const std::optional<std::size_t> count = file.handle.ReadAt(0, bytes);

@@ -6,8 +6,8 @@
 
 namespace veldan {
 
-/// The system calls through which files are read and changed, in one table, so that a test can count them and make any
-/// of them fail. They answer as the calls of the same name.
+/// The system calls that read and change files, in one table, so that a test can count them and make any of them fail.
+/// They behave like the functions of the same name.
 struct FileCalls {
     int (*openat)(int folder, const char* path, int flags, mode_t mode);
     ssize_t (*pread)(int file, void* bytes, size_t count, off_t offset);
@@ -19,14 +19,14 @@ struct FileCalls {
     int (*close)(int file);
 };
 
-/// The table with the calls themselves.
+/// The table of the real system calls.
 [[nodiscard]] VELDAN_PLATFORM_API const FileCalls& SystemFileCalls();
 
 /// The table in use.
 [[nodiscard]] VELDAN_PLATFORM_API const FileCalls& CurrentFileCalls();
 
-/// Puts another table to use, which stays with the caller; null puts the system's back. For tests, while no other
-/// thread works on files.
+/// Uses another table, which the caller keeps alive; null restores the system's. For tests, while no other thread works
+/// with files.
 VELDAN_PLATFORM_API void ReplaceFileCalls(const FileCalls* pCalls);
 
 }  // namespace veldan

@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kSeparators = "/\\";
 constexpr int kFolderFlags = O_PATH | O_DIRECTORY;
 
-/// The part of a path that comes after its root; nothing where the path doesn't continue the root.
+/// The part of a path after its root; empty if the path isn't below the root.
 std::optional<std::string_view> PartBelow(std::string_view path, std::string_view root) {
     if (!path.starts_with(root)) {
         return std::nullopt;
@@ -27,7 +27,7 @@ std::optional<std::string_view> PartBelow(std::string_view path, std::string_vie
     return bSeparated ? std::optional(below) : std::nullopt;
 }
 
-/// Opens a folder over any links. The one of a path of separators is the topmost.
+/// Opens a folder, following links. A path of separators only means the root folder.
 FileHandle OpenTrustedFolder(std::string_view path) {
     if (path.find_first_not_of(kSeparators) == std::string_view::npos) {
         return FileHandle::Open("/", kFolderFlags);

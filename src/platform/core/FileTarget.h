@@ -9,25 +9,25 @@
 
 namespace veldan {
 
-/// A file that is to be written, created or deleted. Its folder stays open, so what is done by the name is done in that
-/// folder, whatever takes the folder's place meanwhile.
+/// A file that is to be written, created or deleted. Its folder is kept open, so that operations by name take place in
+/// that folder even if another one has replaced it.
 struct FileTarget {
-    /// Only the start of a path for other calls; it can't be read or synced itself.
+    /// Only a starting point for paths; it can't be read or synced itself.
     FileHandle folder;
-    /// In the spelling that stands on the disk; as given where nothing of that name stands there.
+    /// In the spelling on the disk; as given if nothing has that name.
     CString strName;
-    /// Of what stands there, of a link the link's own.
+    /// Of what has that name; for a link, that of the link itself.
     std::optional<struct stat> status;
 
-    /// Whether a regular file stands there that the rules allow to be replaced or deleted.
+    /// Whether it is a regular file that the rules allow to be replaced or deleted.
     [[nodiscard]] bool IsChangeableFile(const WriteRules& rules) const;
 };
 
-/// Finds a path of any spelling for writing, as the rules tell. Nothing where a folder on the way is missing or is a
+/// Finds a path of any spelling for writing, according to the rules. Empty if a folder of the path is missing or is a
 /// link that may not be followed.
 [[nodiscard]] std::optional<FileTarget> FindTarget(std::string_view path, const WriteRules& rules);
 
-/// Opens a folder in the same way. Without a root the whole path may lead over links.
+/// Opens a folder in the same way. Without a root all links of the path are followed.
 [[nodiscard]] FileHandle OpenTargetFolder(std::string_view path, const WriteRules& rules);
 
 }  // namespace veldan

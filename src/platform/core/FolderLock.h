@@ -5,18 +5,17 @@
 
 namespace veldan {
 
-/// An advisory lock on a folder, against other processes that take the same one, for as long as the object stands.
-/// Within a thread an inner lock of the same folder shares the outer one. Objects go in the reverse order of their
-/// coming.
+/// An advisory lock on a folder, held by the object, that excludes other processes which use the same lock. In the same
+/// thread, an inner lock of the same folder shares the outer one. Objects must be destroyed in reverse order.
 class VELDAN_PLATFORM_API FolderLock {
 public:
-    /// Waits at most a second for the lock, then goes on without it. Of the rules only the root counts.
+    /// Waits for the lock for at most a second and then goes on without it. Only the root of the rules is used.
     explicit FolderLock(std::string_view folder, const WriteRules& rules = {});
     ~FolderLock();
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
 
-    /// Whether the folder is locked, by this object or by an outer one.
+    /// Whether the folder is locked by this object or an outer one.
     [[nodiscard]] bool IsHeld() const { return m_bHeld; }
 
 private:

@@ -8,9 +8,9 @@ namespace veldan {
 
 class FolderListings;
 
-/// While one stands, this thread lists each folder at most once to find names whose case differs. Meant for the length
-/// of one load: files that others add meanwhile may stay unseen, whereas own writes are seen at once. A snapshot inside
-/// another shares the outer one.
+/// While a snapshot exists, this thread lists each folder at most once to find names whose case differs. Use it for the
+/// duration of one load: files that others add in the meantime may be missed, but changes by this library are seen at
+/// once. A snapshot inside another one shares its listings.
 class VELDAN_PLATFORM_API FolderSnapshot {
 public:
     FolderSnapshot();
@@ -19,7 +19,7 @@ public:
     FolderSnapshot& operator=(const FolderSnapshot&) = delete;
 
 private:
-    /// Null where an outer snapshot serves.
+    /// Null if an outer snapshot is in use.
     std::unique_ptr<FolderListings> m_pListings;
 };
 

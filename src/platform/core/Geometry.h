@@ -21,7 +21,7 @@ struct CSize {
     constexpr bool operator==(const CSize&) const = default;
 };
 
-/// A rectangle of pixels; right and bottom lie outside of it. It may be empty or turned inside out.
+/// A rectangle of pixels; `right` and `bottom` are outside it. It may be empty or have negative sides.
 struct CRect {
     int left = 0;
     int top = 0;
@@ -44,7 +44,7 @@ struct CRect {
     [[nodiscard]] constexpr CRect Offset(CPoint by) const {
         return {left + by.x, top + by.y, right + by.x, bottom + by.y};
     }
-    /// Moves every side outwards; negative numbers shrink. A rectangle shrunk past nothing comes out turned inside out.
+    /// Moves every side outwards, or inwards for negative numbers, which may give negative sides.
     [[nodiscard]] constexpr CRect Inflate(int dx, int dy) const {
         return {left - dx, top - dy, right + dx, bottom + dy};
     }
@@ -52,7 +52,7 @@ struct CRect {
         return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
                 std::min(bottom, other.bottom)};
     }
-    /// The smallest rectangle that holds both; an empty one adds nothing.
+    /// The smallest rectangle that contains both; an empty one counts for nothing.
     [[nodiscard]] constexpr CRect Around(const CRect& other) const {
         if (IsEmpty() || other.IsEmpty()) {
             return IsEmpty() ? other : *this;

@@ -4,8 +4,8 @@
 
 namespace veldan {
 
-/// Virtual key codes, as they stand in the wParam of key messages. Letters and digits have the code of their upper-case
-/// character; a key without a code is 0.
+/// Virtual key codes, as in the wParam of key messages. Letters and digits have the code of their upper-case character;
+/// a key without a code is 0.
 enum : UINT {
     VK_LBUTTON = 0x01,
     VK_RBUTTON = 0x02,

@@ -14,8 +14,8 @@
 
 namespace veldan {
 
-/// The names in one folder. Mostly just one is looked for in all of the listing's life, so that they are only walked
-/// through at first; who looks for more has them sorted.
+/// The names in one folder. Usually only one name is looked up in a listing, so the first lookups just scan it; only
+/// further ones build an index.
 class FolderNames {
 public:
     explicit FolderNames(const CString& folder) : FolderNames(FolderStream(opendir(folder.c_str()), closedir)) {}
@@ -23,7 +23,7 @@ public:
     FolderNames(const FolderNames&) = delete;
     FolderNames& operator=(const FolderNames&) = delete;
 
-    /// The spelling of `name`; empty where no name matches.
+    /// The spelling of `name`; empty if no name matches.
     [[nodiscard]] std::string_view Find(std::string_view name);
 
 private:
@@ -33,25 +33,25 @@ private:
     void ForEach(See see) const;
     void SortByKey();
 
-    CString m_strNames;  // each with a NUL behind it
+    CString m_strNames;  // each followed by a NUL
     int m_nLookups = 0;
-    /// By the hash of their case-less keys, which is enough to have few to compare.
+    /// By the hash of their case-folded keys; the few names with the same hash are compared.
     std::unordered_multimap<std::size_t, std::string_view> m_mapByKey;
 };
 
 /// The names in the folders that were listed so far.
 class FolderListings {
 public:
-    /// The spelling of `name` in a folder; empty where no name matches.
+    /// The spelling of `name` in a folder; empty if no name matches.
     [[nodiscard]] std::string_view FindName(const CString& folder, std::string_view name) {
         return m_mapNames.try_emplace(folder, folder).first->second.Find(name);
     }
 
-    /// An open folder, for files to be opened in it; not open where there is none of this spelling. Good until the next
+    /// An open folder in which files can be opened; not open if there is none of this spelling. Valid until the next
     /// call.
     [[nodiscard]] const FileHandle& Open(std::string_view folder);
 
-    /// The spelling of a folder's path; nothing where there is no such folder.
+    /// The spelling of a folder's path; empty if there is no such folder.
     [[nodiscard]] std::optional<CString> FindFolder(const CString& path);
 
     void Clear() {
@@ -84,7 +84,7 @@ std::string_view WithoutClosingSlashes(std::string_view path) {
     return path;
 }
 
-/// Parts a path that has slashes only. The folder is `.` or `/` where no other stands before the name.
+/// Splits a path that contains slashes only. The folder is `.` or `/` if the path doesn't name another one.
 PathParts Split(std::string_view path) {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string_view::npos) {
@@ -112,7 +112,7 @@ char FoldAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// Whether a name has this case-less key. Most names are told from it by their letters without making their own key.
+/// Whether a name has this case-folded key. Most names differ in an ASCII letter, so their own key isn't needed.
 bool IsSameFolded(std::string_view name, std::string_view key) {
     const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
     const auto [inName, inKey] = std::ranges::mismatch(name, key, {}, FoldAscii, FoldAscii);
@@ -152,7 +152,7 @@ std::string_view FolderNames::Find(std::string_view name) {
     const CString key = FoldCase(name);
     std::string_view best;
     const auto look = [&](std::string_view candidate) {
-        // Its own spelling is the best of all, else the smallest.
+        // The exact spelling is preferred, then the smallest name.
         if (best != name && IsSameFolded(candidate, key) && (candidate == name || best.empty() || candidate < best)) {
             best = candidate;
         }
@@ -250,7 +250,7 @@ CString FindNameIn(const FileHandle& folder, std::string_view name) {
 
 SystemPath StartOf(const CString& path) {
     const PathParts parts = Split(path);
-    // The parts lie at the end of the path, so the name ends where it does.
+    // The name is at the end of the path, so it is terminated like the path.
     if (t_pSnapshot && !parts.name.empty()) {
         if (const FileHandle& folder = t_pSnapshot->Open(parts.folder); folder.IsOpen()) {
             return {folder.Get(), parts.name.data()};

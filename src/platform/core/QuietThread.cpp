@@ -54,7 +54,7 @@ bool CanStartThreads(std::size_t count) {
     mayEnd.notify_all();
     for (std::size_t i = 0; i < started; ++i) {
         trials[i].thread.join();
-        // A thread counts until the system has cleared it away, shortly after it was joined.
+        // A thread counts until the system has cleaned it up, shortly after it was joined.
         for (int turn = 0; turn < kMostTurns && tgkill(getpid(), trials[i].id, 0) == 0; ++turn) {
             sched_yield();
         }

@@ -6,18 +6,18 @@
 
 namespace veldan {
 
-/// Starts a thread for work of the library's own. All signals are blocked on it: a handler of the host's must not run
-/// on a thread that the host knows nothing of. Not joinable where the system has no thread to spare; `work` doesn't
-/// throw.
+/// Starts a thread for the library's own work. All signals are blocked on it, because the host's signal handlers must
+/// not run on a thread that the host doesn't know. The result is not joinable if the system can't start a thread.
+/// `work` doesn't throw.
 [[nodiscard]] std::thread StartQuietThread(std::function<void()> work);
 
-/// Whether the system has room for so many more threads at this moment, at most 8. Tries it: they are started, all
-/// alive at once, and are gone without a trace at the return. Asked before code that ends the process where it gets
-/// none.
+/// Whether the system can start this many more threads now, at most 8. Tries it: the threads are started, exist at the
+/// same time and have ended when the call returns. To be asked before using code that ends the process if it can't
+/// start its threads.
 [[nodiscard]] bool CanStartThreads(std::size_t count);
 
-/// Has the calling thread leave a processor to others, if there is another one. Two threads that start at once may
-/// otherwise share one for longer than their work takes.
+/// Moves the calling thread to another processor, if there is one. Otherwise two threads that start at the same time
+/// may share a processor for longer than their work takes.
 void LeaveProcessor(int processor);
 
 }  // namespace veldan

@@ -12,10 +12,10 @@ namespace veldan {
 
 namespace {
 
-/// Starting a thread takes about as long as reading so many files.
+/// Starting a thread takes about as long as reading this number of files.
 constexpr std::size_t kWorthAThread = 24;
 
-/// No further ahead than this.
+/// The thread reads no further ahead than this.
 constexpr std::int64_t kMostHeldBytes = std::int64_t{4} * 1024 * 1024;
 
 }  // namespace
@@ -46,7 +46,7 @@ void ReadAhead::Run(int askersProcessor) {
     }
 }
 
-/// False where the other thread has read the file, or is at it.
+/// False if the other thread has read the file or is reading it.
 bool ReadAhead::ReadIfFree(std::size_t request) {
     Entry& entry = m_entries[request];
     State state = State::Free;
@@ -59,7 +59,7 @@ bool ReadAhead::ReadIfFree(std::size_t request) {
             entry.bytes = std::move(bytes);
         }
     } catch (const std::bad_alloc&) {
-        // A file that there is no memory for can't be read.
+        // A file for which there isn't enough memory can't be read.
     }
     ChangeHeld(entry, 1);
     entry.state = State::Read;
@@ -73,7 +73,7 @@ void ReadAhead::ChangeHeld(const Entry& entry, int sign) {
     }
 }
 
-/// Makes use of the time that the other thread still takes for a file.
+/// Uses the time until the other thread has read its file.
 void ReadAhead::ReadNextAfter(std::size_t request) {
     for (std::size_t i = request + 1; i < m_requests.size() && m_heldBytes <= kMostHeldBytes; ++i) {
         if (ReadIfFree(i)) {

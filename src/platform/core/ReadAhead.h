@@ -11,15 +11,15 @@
 
 namespace veldan {
 
-/// Reads files before they are asked for, on a thread of its own, so that reading many files and making something of
-/// them go on at the same time. The files are asked for on one thread, each at most once and in order. Without a thread
-/// to spare, and for a few files, each is read when it is asked for. The destructor waits until the thread has ended.
+/// Reads files on a thread of its own before they are taken, so that many files are read and processed at the same
+/// time. The files are taken on one thread, each at most once and in order. If no thread can be started, or for a few
+/// files only, each is read when it is taken. The destructor waits until the thread has ended.
 class VELDAN_PLATFORM_API ReadAhead {
 public:
     struct Request {
-        CString path;  ///< Of any spelling; an empty one reads as a missing file.
+        CString path;  ///< Of any spelling; an empty one counts as missing.
         FileAccess access = FileAccess::Read;
-        std::int64_t mostBytes = 0;  ///< Of a longer file only the start is read.
+        std::int64_t mostBytes = 0;  ///< Only the start of a longer file is read.
     };
 
     explicit ReadAhead(std::vector<Request> requests);
@@ -27,7 +27,7 @@ public:
     ReadAhead(const ReadAhead&) = delete;
     ReadAhead& operator=(const ReadAhead&) = delete;
 
-    /// What the file of a request holds; nothing where it is no regular file or can't be opened or read.
+    /// The content of a requested file; empty if it isn't a regular file or can't be opened or read.
     [[nodiscard]] std::optional<CString> Take(std::size_t request);
 
 private:
@@ -45,7 +45,7 @@ private:
 
     const std::vector<Request> m_requests;
     std::vector<Entry> m_entries;
-    std::atomic<std::int64_t> m_heldBytes = 0;  // read, but not yet taken
+    std::atomic<std::int64_t> m_heldBytes = 0;  // read but not taken yet
     std::atomic<bool> m_isEnding = false;
     std::thread m_thread;
 };

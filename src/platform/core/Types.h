@@ -10,7 +10,7 @@ using UINT = std::uint32_t;
 using LONG = std::int32_t;
 using UINT_PTR = std::uintptr_t;
 
-/// Message arguments are as wide as a pointer, since lParam may carry one.
+/// Message arguments are as wide as a pointer, because lParam may contain one.
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
@@ -34,7 +34,7 @@ constexpr unsigned GetBValue(COLORREF colour) {
     return colour >> 16 & 0xff;
 }
 
-/// The low and the high 16 bits of a message argument, as signed numbers: coordinates may be negative.
+/// The low and the high 16 bits of a message argument, as signed numbers because coordinates may be negative.
 constexpr int SignedLoWord(std::intptr_t value) {
     return static_cast<std::int16_t>(value & 0xffff);
 }

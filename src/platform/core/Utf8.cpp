@@ -14,7 +14,7 @@ constexpr bool IsContinuation(char c) {
     return (ByteOf(c) & 0xc0U) == 0x80;
 }
 
-/// How many bytes a character has by its first byte; 0 for a byte that starts none.
+/// The number of bytes of a character, by its first byte; 0 for a byte that can't be the first.
 constexpr std::size_t LengthByLead(unsigned lead) {
     if (lead < 0x80) {
         return 1;
@@ -31,7 +31,7 @@ constexpr bool IsScalar(char32_t value, std::size_t length) {
 }
 
 char32_t ToUpper(char32_t character) {
-    // A locale object of our own leaves the host's locale alone; without one only the letters A to Z have two cases.
+    // A locale object of our own doesn't affect the host's locale. Without it only the letters A to Z have two cases.
     static const locale_t kLocale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     return kLocale ? static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), kLocale)) : character;
 }

@@ -5,19 +5,19 @@
 
 namespace veldan {
 
-/// The desktop's windows as text, a line each from the topmost to the lowest, children indented below their parents:
-/// handle, class, id, place, what it is (shown, disabled, active, focus, capture) and its text.
+/// All windows as text, one per line, from the topmost to the lowest, with children indented below their parents:
+/// handle, class, id, rectangle, states (shown, disabled, active, focus, capture) and text.
 [[nodiscard]] VELDAN_PLATFORM_API CString DumpWindowTree(const Desktop& desktop);
 
-/// One message as text: how it came, name or number, window and arguments.
+/// A message as text: sent or queued, name or number, window and arguments.
 [[nodiscard]] VELDAN_PLATFORM_API CString DescribeMessage(const MSG& message, bool sent);
 
-/// Writes a window's pixels as a PNG file, whole or not at all. False for a window that has drawn nothing yet and for a
-/// path that can't be written.
+/// Writes a window's pixels to a PNG file, whole or not at all. False for a window that has drawn nothing yet, or if
+/// the file can't be written.
 VELDAN_PLATFORM_API bool SaveWindowPicture(const Desktop& desktop, HWND topLevel, const CString& path);
 
-/// Starts the message spy if VELDAN_SPY names a file: every message of every window is appended to it, a line each.
-/// Does nothing otherwise, and at every later call.
+/// Starts the message spy if VELDAN_SPY names a file: every message of every window is then appended to it, one per
+/// line. Does nothing otherwise, and at later calls.
 VELDAN_PLATFORM_API void StartMessageSpy(Desktop& desktop);
 
 }  // namespace veldan

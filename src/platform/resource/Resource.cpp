@@ -3,8 +3,8 @@
 namespace veldan {
 namespace {
 
-// The tables form a list through their own fields, so that libraries may come and go in any order without memory of the
-// list being made or freed by anybody's static objects.
+// The tables form a linked list through their own fields, so that libraries can be loaded and unloaded in any order
+// without allocating or freeing memory in static objects.
 ResourceTable* g_pFirstTable = nullptr;
 
 }  // namespace

@@ -9,15 +9,15 @@
 
 namespace veldan {
 
-/// A block of data that is part of a library's file.
+/// A block of data that is part of a library.
 struct Resource {
     UINT id = 0;
-    const char* type = "";  ///< As "PNG".
+    const char* type = "";  ///< For example "PNG".
     std::span<const std::byte> data;
 };
 
-/// Makes the resources of a library known for as long as the object lives: one per library, at namespace scope or in
-/// the library's own start. The table that it names must outlive it.
+/// Registers the resources of a library while the object exists: one object per library, at namespace scope or made
+/// when the library starts. The resources must outlive it.
 class VELDAN_PLATFORM_API ResourceTable {
 public:
     explicit ResourceTable(std::span<const Resource> resources);
@@ -32,7 +32,7 @@ private:
     ResourceTable* m_next;
 };
 
-/// The data of a resource, or nothing when no table holds it. Where several do, the latest table wins.
+/// The data of a resource; empty if no table contains it. If several do, the one registered last is used.
 [[nodiscard]] VELDAN_PLATFORM_API std::span<const std::byte> FindResource(UINT id, std::string_view type);
 
 }  // namespace veldan
