@@ -67,7 +67,7 @@ private:
                 AddText(node);
                 break;
             case XML_CDATA_SECTION_NODE:
-                AddBetween("<![CDATA[", node, "]]>");
+                AddSection(node);
                 break;
             case XML_COMMENT_NODE:
                 AddBetween("<!--", node, "-->");
@@ -138,6 +138,19 @@ private:
         } else {
             AddEscaped(content, m_style.inText);
         }
+    }
+
+    /// The parser joins neighbouring sections, so that what ends one may stand in the middle; there it is split again.
+    void AddSection(const xmlNode& section) {
+        std::string_view content = ViewOf(section.content);
+        Add("<![CDATA[");
+        for (std::size_t at = 0; (at = content.find("]]>")) != std::string_view::npos;) {
+            AddEscaped(content.substr(0, at + 2), m_style.inMarkup);
+            Add("]]><![CDATA[");
+            content.remove_prefix(at + 2);
+        }
+        AddEscaped(content, m_style.inMarkup);
+        Add("]]>");
     }
 
     void AddBetween(std::string_view begin, const xmlNode& node, std::string_view end) {

@@ -174,6 +174,7 @@ TEST_F(XmlDocumentTest, EscapesWhatWouldReadDifferently) {
         {"<a b='&quot;&apos;&amp;&lt;>&#9;&#10;&#13;\r\n' c=''/>",
          "<a b=\"&quot;'&amp;&lt;&gt;&#9;&#10;&#13; \" c=\"\"/>\r\n"},
         {"<a>&amp;&lt;&gt;\"'&#13;\t</a>", "<a>&amp;&lt;&gt;\"'&#13;\t</a>\r\n"},
+        {"<a>x<b><![CDATA[]]]]><![CDATA[>&\n]]></b>y</a>", "<a>x<b><![CDATA[]]]]><![CDATA[>&\n]]></b>y</a>\n"},
         {"<a>\r\n<b>&#13;\r\n</b></a>", "<a>\r\n    <b>&#13;\r\n</b>\r\n</a>\r\n"},
         {"<a xmlns:b='c?d&amp;e' b:d='1'/>", "<a xmlns:b=\"c?d&amp;e\" b:d=\"1\"/>\r\n"},
         {"<a>\u0085\u2028&#xe9;</a>", "<a>\u0085\u2028é</a>\r\n"},
