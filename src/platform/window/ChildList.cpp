@@ -43,9 +43,9 @@ bool ChildList::MoveBelow(std::size_t place, std::size_t sibling) {
 
 bool ChildList::MoveEntry(std::size_t from, std::size_t to) {
     const auto at = [this](std::size_t place) { return m_entries.begin() + static_cast<std::ptrdiff_t>(place); };
-    const auto passed =
-        from < to ? std::ranges::subrange(at(from) + 1, at(to) + 1) : std::ranges::subrange(at(to), at(from));
-    if (std::ranges::none_of(passed, [](const Entry& entry) { return static_cast<bool>(entry.window); })) {
+    const auto first = from < to ? at(from) + 1 : at(to);
+    const auto last = from < to ? at(to) + 1 : at(from);
+    if (std::none_of(first, last, [](const Entry& entry) { return static_cast<bool>(entry.window); })) {
         return false;
     }
     if (from < to) {

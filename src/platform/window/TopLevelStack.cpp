@@ -1,7 +1,6 @@
 #include "platform/window/TopLevelStack.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace veldan {
 
@@ -27,14 +26,15 @@ void TopLevelStack::Restack(WindowRecord& record, Stacking stacking, HWND siblin
 }
 
 void TopLevelStack::Raise(HWND topLevel) {
-    for (const HWND window : m_tree.WithOwned(topLevel) | std::views::reverse) {
-        Restack(*m_tree.Find(window), Stacking::Top, {});
+    const std::vector<HWND> group = m_tree.WithOwned(topLevel);
+    for (auto window = group.rbegin(); window != group.rend(); ++window) {
+        Restack(*m_tree.Find(*window), Stacking::Top, {});
     }
 }
 
 void TopLevelStack::RaiseIfBelow(HWND topLevel) {
     const std::vector<HWND> group = m_tree.WithOwned(topLevel);
-    if (!std::ranges::equal(group, m_tree.TopLevels() | std::views::take(group.size()))) {
+    if (!std::equal(group.begin(), group.end(), m_tree.TopLevels().begin())) {
         Raise(topLevel);
     }
 }
@@ -43,8 +43,8 @@ void TopLevelStack::NoteRaised(HWND topLevel) {
     std::vector<HWND> group = m_tree.WithOwned(topLevel);
     m_tree.Restack(*m_tree.Find(topLevel), Stacking::Top, {});
     group.pop_back();
-    for (const HWND window : group | std::views::reverse) {
-        Restack(*m_tree.Find(window), Stacking::Top, {});
+    for (auto window = group.rbegin(); window != group.rend(); ++window) {
+        Restack(*m_tree.Find(*window), Stacking::Top, {});
     }
 }
 
