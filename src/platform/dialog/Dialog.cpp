@@ -4,6 +4,7 @@
 #include "platform/window/Desktop.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veldan {
 
@@ -28,8 +29,10 @@ CDialog::CDialog(UINT templateId, CWnd* parent) : m_uTemplateId(templateId), m_p
 
 CDialog::~CDialog() {
     if (m_pModal != nullptr) {
-        m_pModal->isObjectGone = true;
+        std::exchange(m_pModal, nullptr)->isObjectGone = true;
     }
+    // The one that has the focus hands it to the dialog, which looks at its other members then.
+    m_controls.clear();
 }
 
 bool CDialog::Create(UINT templateId, CWnd* parent) {
