@@ -87,7 +87,7 @@ void CIniDocument::SetInLines(std::string_view section, std::string_view key, st
     if (m_lines.BytesOnDisk() > kMaxFileSize) {
         return;
     }
-    SectionIndex& index = IndexOf(section);
+    IniSectionIndex& index = IndexOf(section);
     const CString line = KeyLine(key, value);
     if (KeyTable::Entry* pLine = FindKey(index, key)) {
         m_lines.Replace(pLine->nLine, line);
@@ -118,7 +118,7 @@ BOOL CIniDocument::Save() {
     return m_bOpened;
 }
 
-CIniDocument::SectionIndex& CIniDocument::IndexOf(std::string_view section) const {
+IniSectionIndex& CIniDocument::IndexOf(std::string_view section) const {
     if (!m_index || m_index->strName != section) {
         m_index.emplace();
         m_index->strName = section;
@@ -139,7 +139,7 @@ std::optional<std::size_t> CIniDocument::FindSection(std::string_view section) c
 }
 
 /// Reads on in the section no further than it takes, since the first lines of a long one may be all that is wanted.
-KeyTable::Entry* CIniDocument::FindKey(SectionIndex& index, std::string_view key) const {
+KeyTable::Entry* CIniDocument::FindKey(IniSectionIndex& index, std::string_view key) const {
     if (KeyTable::Entry* pKnown = index.firstLines.Find(key)) {
         return pKnown;
     }
@@ -154,7 +154,7 @@ KeyTable::Entry* CIniDocument::FindKey(SectionIndex& index, std::string_view key
 }
 
 /// Null where the line has no key; otherwise the first line of its key.
-KeyTable::Entry* CIniDocument::TakeLineIn(SectionIndex& index) const {
+KeyTable::Entry* CIniDocument::TakeLineIn(IniSectionIndex& index) const {
     const std::size_t number = (*index.nEnd)++;
     const std::string_view line = m_lines[number];
     return IsKeyLine(line) ? index.firstLines.Add({KeyOf(line), ValueOf(line), number}) : nullptr;

@@ -9,6 +9,16 @@
 
 namespace veldan {
 
+/// What a document has seen so far of the section that it was last asked about.
+struct IniSectionIndex {
+    CString strName;
+    /// The first line that wasn't looked at; nothing where there is no such section.
+    std::optional<std::size_t> nEnd;
+    /// Whether the section ends there.
+    bool bWhole = false;
+    KeyTable firstLines;
+};
+
 /// A key-value file as the list of its text lines. Every answer is that of a scan from the top: the first section of a
 /// name and, in it, the first line of a key. What isn't changed is written back as it was read.
 ///
@@ -62,21 +72,11 @@ public:
     [[nodiscard]] std::size_t Steps() const { return m_lines.Steps() + (m_index ? m_index->firstLines.Steps() : 0); }
 
 private:
-    /// What was seen so far of the section that was asked for last.
-    struct SectionIndex {
-        CString strName;
-        /// The first line that wasn't looked at; nothing where there is no such section.
-        std::optional<std::size_t> nEnd;
-        /// Whether the section ends there.
-        bool bWhole = false;
-        KeyTable firstLines;
-    };
-
     BOOL ReadLines();
-    [[nodiscard]] SectionIndex& IndexOf(std::string_view section) const;
+    [[nodiscard]] IniSectionIndex& IndexOf(std::string_view section) const;
     [[nodiscard]] std::optional<std::size_t> FindSection(std::string_view section) const;
-    [[nodiscard]] KeyTable::Entry* FindKey(SectionIndex& index, std::string_view key) const;
-    KeyTable::Entry* TakeLineIn(SectionIndex& index) const;
+    [[nodiscard]] KeyTable::Entry* FindKey(IniSectionIndex& index, std::string_view key) const;
+    KeyTable::Entry* TakeLineIn(IniSectionIndex& index) const;
 
     CString m_strFile = "ini.ini";
     CUtf8TextFile m_file;
@@ -85,7 +85,7 @@ private:
     bool m_bUnreadable = false;
     LineList m_lines;
 
-    mutable std::optional<SectionIndex> m_index;
+    mutable std::optional<IniSectionIndex> m_index;
 };
 
 }  // namespace veldan

@@ -114,7 +114,7 @@ CWnd* CDialog::GetNextDlgTabItem(const CWnd* current, bool previous) const {
     }
     const auto at = std::ranges::find(order, current != nullptr ? current->GetSafeHwnd() : HWND());
     if (at != order.end()) {
-        std::ranges::rotate(order, at + 1);
+        std::rotate(order.begin(), at + 1, order.end());
     }
     const auto next = std::ranges::find_if(order, [](HWND control) { return IsTabStop(Desktop::Get().Find(control)); });
     return next != order.end() ? FromHandle(*next) : nullptr;
