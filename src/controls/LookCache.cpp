@@ -47,7 +47,7 @@ std::shared_ptr<CGPResourceImage> CLookCache::Picture(UINT id, const char* type)
     if (std::shared_ptr<CGPResourceImage> pKnown = FindLiving(m_mapPictures, key)) {
         return pKnown;
     }
-    const auto pPicture = std::make_shared<CGPResourceImage>();
+    auto pPicture = std::make_shared<CGPResourceImage>();
     if (!pPicture->Load(id, type)) {
         return nullptr;
     }

@@ -54,9 +54,9 @@ void CStatic::Paint() {
     }
     Desktop& desktop = Desktop::Get();
     dc.SetBkMode(TRANSPARENT);
-    const auto brush = reinterpret_cast<HBRUSH>(desktop.SendMessage(desktop.ParentOf(self), WM_CTLCOLORSTATIC,
-                                                                    reinterpret_cast<WPARAM>(static_cast<CDC*>(&dc)),
-                                                                    static_cast<LPARAM>(self.Value())));
+    const auto* const brush = reinterpret_cast<HBRUSH>(
+        desktop.SendMessage(desktop.ParentOf(self), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(static_cast<CDC*>(&dc)),
+                            static_cast<LPARAM>(self.Value())));
     if (FromHandle(self) != this) {
         return;
     }
