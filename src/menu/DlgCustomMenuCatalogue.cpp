@@ -131,7 +131,7 @@ void CDlgCustomMenu::LoadLevel1() {
     CIniDocument index;
     index.Load(strProfiles + "order.ini");
     const int count = CountIn(index, kMostGroups);
-    m_budget.emplace();
+    m_budget = LoadBudget();
     for (int i = 0; i < count; ++i) {
         LoadGroup(index, strProfiles, i);
     }

@@ -283,7 +283,7 @@ const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int wi
 bool FontFace::CanShape(const std::string& text) {
     std::set<int> added;
     bool hasEmoji = false;
-    for (const char* place = text.c_str(); *place; place = g_utf8_next_char(place)) {
+    for (const char* place = text.c_str(); *place; place += g_utf8_skip[static_cast<unsigned char>(*place)]) {
         const gunichar character = g_utf8_get_char(place);
         hasEmoji = hasEmoji || MayBeEmoji(character);
         if (character > kLastAscii) {
