@@ -9,7 +9,7 @@
 namespace veldan {
 namespace {
 
-std::string Number(std::uint32_t value, int bytes) {
+std::string Number(std::uint64_t value, int bytes) {
     std::string text;
     for (int i = 0; i < bytes; ++i) {
         text += static_cast<char>(value >> (8 * i) & 0xff);

@@ -39,8 +39,9 @@ std::uint32_t PixelAt(int x, int y, int side) {
     std::array<int, 3> sums{};
     int covered = 0;
     for (int sample = 0; sample < kSamples * kSamples; ++sample) {
+        const int row = sample / kSamples;
         const double sampleX = (x + (sample % kSamples + 0.5) / kSamples) * kGrid / side;
-        const double sampleY = (y + (sample / kSamples + 0.5) / kSamples) * kGrid / side;
+        const double sampleY = (y + (row + 0.5) / kSamples) * kGrid / side;
         const auto hit = std::find_if(kShapes.rbegin(), kShapes.rend(),
                                       [=](const Shape& shape) { return shape.Contains(sampleX, sampleY); });
         if (hit != kShapes.rend()) {
@@ -50,7 +51,7 @@ std::uint32_t PixelAt(int x, int y, int side) {
             }
         }
     }
-    std::uint32_t pixel = static_cast<std::uint32_t>(covered * 255 / (kSamples * kSamples));
+    auto pixel = static_cast<std::uint32_t>(covered * 255 / (kSamples * kSamples));
     for (const int sum : sums) {
         pixel = pixel << 8 | static_cast<std::uint32_t>(covered == 0 ? 0 : sum / covered);
     }
