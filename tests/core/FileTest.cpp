@@ -194,10 +194,12 @@ TEST(File, AFolderThatIsSwappedForALinkLeadsNowhereElse) {
         [](const CString& path, const WriteRules& rules) { DeleteFile(path + "A.xml", rules); },
         [](const CString& path, const WriteRules& rules) { SweepTemporaries(path, rules); },
     };
+    const std::set<CString> names = {"a.xml", "b.xml", ".veldan-tmp-1-0123456789abcdef"};
     for (const auto& act : actions) {
         for (int call = 1, calls = call; call <= calls; ++call) {
             const TempFolder folder;
-            for (const char* name : {"outside/a.xml", "outside/b.xml", "outside/.veldan-1-0", "tree/group/a.xml"}) {
+            for (const char* name :
+                 {"outside/a.xml", "outside/b.xml", "outside/.veldan-tmp-1-0123456789abcdef", "tree/group/a.xml"}) {
                 folder.Write(name, "kept");
             }
             FaultyFileCalls swapping;
@@ -207,7 +209,8 @@ TEST(File, AFolderThatIsSwappedForALinkLeadsNowhereElse) {
             });
             act(folder / "tree/group/", {.strRoot = folder / "tree"});
             calls = swapping.Calls();
-            EXPECT_EQ(folder.Names("outside"), (std::set<CString>{"a.xml", "b.xml", ".veldan-1-0"})) << call;
+            EXPECT_EQ(folder.Names("outside"), (std::set<CString>{"a.xml", "b.xml", ".veldan-tmp-1-0123456789abcdef"}))
+                << call;
             EXPECT_EQ(folder.Read("outside/a.xml") + folder.Read("outside/b.xml"), "keptkept") << call;
         }
     }

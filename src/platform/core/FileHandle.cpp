@@ -54,7 +54,9 @@ OpenedFile OpenForAppending(std::string_view path) {
     if (!target || !IsCreatableName(target->strName) || (target->status && !target->IsChangeableFile({}))) {
         return {};
     }
-    ForgetListings();
+    if (!target->status) {
+        ForgetListings();
+    }
     OpenedFile file;
     file.handle = FileHandle::OpenIn(target->folder.Get(), target->strName.c_str(),
                                      O_RDWR | O_APPEND | O_CREAT | O_NOFOLLOW | kWithCaution, 0666);
