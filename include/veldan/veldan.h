@@ -6,10 +6,10 @@
 /// host calls Init once, Show and Hide as often as it likes, and Release before it unloads the library.
 ///
 /// A click on a profile sends the host's window one message, with the number that the latest Show named, wParam 0, and
-/// in lParam a `const char*`: the full path of the profile's file in UTF-8, with backslashes throughout
-/// (`veldan::ToSystemPath` turns it into the system's form). The text lives as long as the message is handled; its
-/// result is of no importance. The menu is still shown then and hides afterwards. Every call may be made from inside
-/// the handler.
+/// in lParam a `const char*`: the full path of the profile's file in UTF-8, spelled as on disk if the file exists, with
+/// backslashes throughout (`veldan::ToSystemPath` turns it into the system's form). The text lives as long as the
+/// message is handled; its result is of no importance. The menu is still shown then and hides afterwards. Every call
+/// may be made from inside the handler.
 
 #if defined(__GNUC__)
 #define VELDAN_API __attribute__((visibility("default")))
