@@ -11,8 +11,8 @@ namespace veldan {
 
 class CDC;
 
-/// A picture of 32-bit pixels that can be selected into a device context. The pixels are shared: a device context that
-/// has the bitmap selected keeps them alive after the bitmap object is gone.
+/// A picture of 32-bit pixels that can be selected into a device context. The pixels are shared: a device context in
+/// which the bitmap is selected keeps them alive after the bitmap object is destroyed.
 class VELDAN_PLATFORM_API CBitmap {
 public:
     CBitmap() = default;

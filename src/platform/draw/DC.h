@@ -16,7 +16,7 @@ namespace veldan {
 class Region;
 class Surface;
 
-/// What a device context handle stands for; known to this folder only.
+/// What a device context handle refers to; known in this folder only.
 struct DeviceContext;
 using HDC = DeviceContext*;
 
@@ -30,7 +30,7 @@ inline constexpr UINT SRCAND = 0x8800c6;
 inline constexpr int COLORONCOLOR = 3;
 inline constexpr int HALFTONE = 4;
 
-/// Formats of DrawText. Vertical centring counts for a single line only.
+/// Formats of DrawText. Vertical centring applies to a single line only.
 enum : UINT {
     DT_LEFT = 0x00,
     DT_CENTER = 0x01,
@@ -41,28 +41,29 @@ enum : UINT {
     DT_CALCRECT = 0x400,
 };
 
-/// Whether text is drawn over what is there, or over a rectangle of the background colour.
+/// Whether text is drawn on the existing background or on a rectangle of the background colour.
 inline constexpr int TRANSPARENT = 1;
 inline constexpr int OPAQUE = 2;
 
-/// Makes a device context that draws on a surface: its point (0, 0) is `origin` on the surface, and it changes no pixel
-/// outside of `clip`, which is given in surface coordinates. The caller deletes it, mostly through the CDC that it is
+/// Makes a device context that draws on a surface. Its point (0, 0) is `origin` on the surface, and it changes only
+/// pixels in `clip`, which is in surface coordinates. The caller deletes it, usually through the CDC that it is
 /// attached to. Without a surface the context draws nothing.
 [[nodiscard]] VELDAN_PLATFORM_API HDC CreateSurfaceDC(std::shared_ptr<Surface> surface, CPoint origin,
                                                       const Region& clip);
 /// Null is allowed.
 VELDAN_PLATFORM_API void DeleteDC(HDC hDC);
 
-/// Of a line in the system font, in pixels: its height is that of the line. Known without making the font.
+/// The height of a line in the system font, in pixels. Known without creating the font.
 inline constexpr int kSystemFontHeight = 16;
 
-/// The font of a fresh device context: bold sans-serif, lines of 16 pixels.
+/// The font of a new device context: bold sans-serif, with lines of 16 pixels.
 [[nodiscard]] VELDAN_PLATFORM_API CFont* GetSystemFont();
 
-/// A device context: where drawing goes, and with which objects. The object owns the handle that is attached to it and
-/// deletes it at its end. Without a handle, or with a memory context that has no bitmap selected yet, every call is
-/// quiet: nothing is drawn and results are false, zero or empty. Coordinates are logical ones: pixels relative to the
-/// window's client area or to the bitmap, shifted by SetWindowOrg. Right and bottom of rectangles lie outside of them.
+/// A device context: where drawing goes, and with which objects. The object owns the attached handle and deletes it in
+/// its destructor. Without a handle, or with a memory context in which no bitmap is selected yet, no call does
+/// anything: nothing is drawn and results are false, zero or empty. Coordinates are logical: pixels relative to the
+/// window's client area or to the bitmap, shifted by SetWindowOrg. The right and bottom sides of rectangles are
+/// exclusive.
 class VELDAN_PLATFORM_API CDC {
 public:
     CDC() = default;
@@ -70,37 +71,37 @@ public:
     CDC(const CDC&) = delete;
     CDC& operator=(const CDC&) = delete;
 
-    /// Takes over a handle; what was attached before is deleted.
+    /// Takes ownership of a handle and deletes the one that was attached before.
     bool Attach(HDC hDC);
-    /// Gives the handle away. The caller deletes it.
+    /// Gives up the handle, which the caller then deletes.
     HDC Detach();
     bool DeleteDC();
     [[nodiscard]] HDC GetSafeHdc() const { return m_hDC; }
-    /// Attaches a memory context without a bitmap. The model may be null or without a handle.
+    /// Attaches a new memory context without a bitmap. `pDC` may be null or without a handle.
     bool CreateCompatibleDC(const CDC* pDC);
     [[nodiscard]] bool IsPrinting() const { return m_bPrinting; }
 
-    /// Selects an object and returns the one that was selected before, for selecting it again later. The context goes
-    /// on drawing with what it was given even when the object is gone by then; the returned pointer is only as good as
-    /// the object that it points to. Null without a handle, and for a bitmap where none was selected; null selects the
-    /// context's own default again.
+    /// Selects an object and returns the one that was selected before, so that it can be selected again later. The
+    /// context keeps what it needs of the object, which may be destroyed while it is selected; the returned pointer is
+    /// valid as long as the object that it points to. Returns null without a handle, and for a bitmap if none was
+    /// selected. Null selects the context's default object.
     CBitmap* SelectObject(CBitmap* pBitmap);
     CFont* SelectObject(CFont* pFont);
     CPen* SelectObject(CPen* pPen);
     CBrush* SelectObject(CBrush* pBrush);
 
-    /// These give the value that held before.
+    /// These return the previous value.
     COLORREF SetTextColor(COLORREF colour);
     COLORREF SetBkColor(COLORREF colour);
     int SetBkMode(int mode);
-    /// The logical point that lies at the window's or bitmap's corner from now on.
+    /// Sets the logical point of the window's or bitmap's top left corner.
     CPoint SetWindowOrg(CPoint point);
     CPoint SetWindowOrg(int x, int y) { return SetWindowOrg({x, y}); }
 
-    /// The rectangle around all that drawing can reach, in logical coordinates; empty where nothing can be reached.
+    /// The rectangle around everything that can be drawn on, in logical coordinates; empty if nothing can.
     [[nodiscard]] CRect GetClipBox() const;
-    /// A rectangle around all that was drawn on since the last call, in logical coordinates; the next one starts anew.
-    /// Nothing outside of it has changed, unless somebody touched the surface's pixels himself.
+    /// A rectangle around everything that was drawn on since the last call, in logical coordinates. Nothing outside it
+    /// has changed, unless somebody changed the surface's pixels directly.
     CRect TakeBoundsRect();
 
     /// Copies pixels, alpha included, from another context, or from another place of the same one. Parts for which the
@@ -117,14 +118,14 @@ public:
     /// A frame one pixel wide inside of the rectangle.
     void FrameRect(const CRect& rect, const CBrush& brush);
     void FillSolidRect(const CRect& rect, COLORREF colour);
-    /// Gives the point that was current before.
+    /// Returns the previous current point.
     CPoint MoveTo(CPoint point);
     CPoint MoveTo(int x, int y) { return MoveTo({x, y}); }
-    /// Draws with the pen from the current point; the last pixel stays as it is.
+    /// Draws with the pen from the current point; the last pixel isn't drawn.
     bool LineTo(CPoint point);
     bool LineTo(int x, int y) { return LineTo({x, y}); }
-    /// Outline by the pen, inside of the rectangle, and inside by the brush. `corner` is the size of the ellipse that
-    /// rounds the corners.
+    /// Draws an outline with the pen, inside the rectangle, and fills it with the brush. `corner` is the size of the
+    /// ellipse that rounds the corners.
     bool RoundRect(const CRect& rect, CSize corner);
     /// Inverts every second pixel of a frame one pixel wide inside of the rectangle; done twice it leaves no trace.
     void DrawFocusRect(const CRect& rect);
@@ -135,13 +136,14 @@ public:
     /// or with DT_EXPANDTABS goes on to the next multiple of eight average letters. DT_CALCRECT draws nothing and sets
     /// right and bottom to what the text needs.
     int DrawText(std::string_view text, CRect& rect, UINT format);
-    /// Size of the text on one line in the selected font; the height is that of a line, also for no text.
+    /// The size of the text on one line in the selected font; the height is that of a line, also for an empty text.
     [[nodiscard]] CSize GetTextExtent(std::string_view text) const;
 
-    /// For the drawing code of this folder and for code that touches pixels itself: the surface drawn on, or null.
+    /// For the drawing code of this folder and for code that accesses pixels directly: the surface drawn on, or null.
     [[nodiscard]] std::shared_ptr<Surface> GetSurface() const;
 
-    /// Where drawing goes, and where questions go; the same one here. Written directly by contexts that share a handle.
+    /// The handle for drawing and the handle for queries, which are the same here. Contexts that share a handle set
+    /// them directly.
     HDC m_hDC = nullptr;
     HDC m_hAttribDC = nullptr;
     bool m_bPrinting = false;

@@ -14,25 +14,25 @@
 
 namespace veldan {
 
-/// An object selected into a device context: a copy to draw with, and the pointer to give back at the next selection.
+/// An object selected into a device context: a copy to draw with, and the pointer to return at the next selection.
 template <class T>
 struct Selected {
     T* pObject = nullptr;
     T value;
 };
 
-/// Cuts a coordinate or a length to what can't overflow in the few sums made with it; no surface reaches that far.
+/// Limits a coordinate or length so that the few sums made with it can't overflow; no surface is that large.
 constexpr int Near(int coordinate) {
     constexpr int kFarthest = 1 << 27;
     return std::clamp(coordinate, -kFarthest, kFarthest);
 }
 
 struct DeviceContext {
-    std::shared_ptr<Surface> surface;  ///< Null draws nothing.
-    CPoint origin;                     ///< Where logical (0, 0) lies on the surface while `windowOrg` is (0, 0).
-    std::vector<CRect> clip;  ///< What drawing may change, in surface coordinates: without overlap, inside of it.
-    CRect drawn;              ///< Around all that was drawn on, in surface coordinates.
-    bool isMemory = false;    ///< Whether bitmaps can be selected.
+    std::shared_ptr<Surface> surface;  ///< If null, nothing is drawn.
+    CPoint origin;                     ///< Logical (0, 0) on the surface if `windowOrg` is (0, 0).
+    std::vector<CRect> clip;           ///< What may be drawn on, in surface coordinates: inside it, without overlap.
+    CRect drawn;                       ///< Around everything that was drawn on, in surface coordinates.
+    bool isMemory = false;             ///< Whether bitmaps can be selected.
 
     CPoint windowOrg;
     CPoint current;
@@ -52,7 +52,7 @@ struct DeviceContext {
     /// The rectangle around all clip rectangles.
     [[nodiscard]] CRect ClipBounds() const;
 
-    /// Calls `draw` with each part of the rectangle, in surface coordinates, that may be drawn on.
+    /// Calls `draw` with each part of the rectangle that may be drawn on, in surface coordinates.
     template <class Draw>
     void ForEachPart(const CRect& area, Draw draw) {
         for (const CRect& rect : clip) {
@@ -64,7 +64,7 @@ struct DeviceContext {
         }
     }
 
-    /// Takes an area, in surface coordinates, for drawn on where it may be.
+    /// Records that an area, in surface coordinates, was drawn on as far as allowed.
     void Note(const CRect& area) {
         ForEachPart(area, [](const CRect&) {});
     }
@@ -73,7 +73,7 @@ struct DeviceContext {
     void Fill(const CRect& area, COLORREF colour);
 };
 
-/// The pixel of an opaque colour.
+/// The pixel value of an opaque colour.
 constexpr std::uint32_t PixelOf(COLORREF colour) {
     return 0xff000000U | GetRValue(colour) << 16 | GetGValue(colour) << 8 | GetBValue(colour);
 }

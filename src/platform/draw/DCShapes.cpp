@@ -71,7 +71,7 @@ bool CDC::LineTo(CPoint point) {
     const CPoint to = m_hDC->ToSurface(point);
     const CPoint way = to - from;
     if (way.x == 0 || way.y == 0) {
-        // Straight lines are rectangles; the start belongs to them and the end does not, whichever comes first.
+        // Straight lines are rectangles; they include the start and exclude the end, in either direction.
         const CPoint back{way.x < 0 ? 1 : 0, way.y < 0 ? 1 : 0};
         const CPoint first = CPoint{std::min(from.x, to.x), std::min(from.y, to.y)} + back;
         const CSize size{way.y == 0 ? std::abs(way.x) : 1, way.x == 0 ? std::abs(way.y) : 1};

@@ -22,8 +22,8 @@ const CFont& FontOf(const DeviceContext& context) {
     return context.font.value.Face() ? context.font.value : *GetSystemFont();
 }
 
-// Something that text can be drawn with in the context's colour, clipped to an area in surface coordinates; null where
-// the clip leaves nothing.
+// A drawing context for text in the device context's colour, clipped to an area in surface coordinates; null if nothing
+// of the area can be drawn on.
 CairoPtr BeginText(DeviceContext& context, const CRect& area) {
     CairoPtr target;
     for (const CRect& rect : context.clip) {
@@ -45,7 +45,7 @@ CairoPtr BeginText(DeviceContext& context, const CRect& area) {
     return target;
 }
 
-/// One call of DrawText: walks through the lines from top to bottom, and measures or draws them.
+/// One call of DrawText: goes through the lines from top to bottom and measures or draws them.
 class TextBlock {
 public:
     TextBlock(DeviceContext& context, const CRect& area, UINT format)
@@ -56,7 +56,7 @@ public:
           m_y(area.top),
           m_bDraws((format & DT_CALCRECT) == 0) {}
 
-    /// Measures, and draws unless the format asks for measures only.
+    /// Measures the text, and draws it unless only measures are requested.
     void Run(std::string_view text) {
         if (m_format & DT_SINGLELINE) {
             Centre();
@@ -80,7 +80,7 @@ private:
         }
     }
 
-    // Whether the rest can't be seen.
+    // Whether the remaining lines can't be seen.
     [[nodiscard]] bool IsBelow() const { return m_bDraws && m_y >= m_area.bottom; }
 
     void AddParagraph(std::string_view text) {
@@ -122,8 +122,8 @@ private:
         }
     }
 
-    // Where the ink of a line may be. Letters with several accents are taller than a line, so one that stands inside of
-    // the rectangle isn't cut above and below.
+    // Where a line may draw. Letters with several accents are taller than a line, so a line inside the rectangle isn't
+    // clipped above and below.
     [[nodiscard]] CRect RoomOf(const CRect& cell) const {
         if (cell.top < m_area.top || cell.bottom > m_area.bottom) {
             return m_area;
@@ -158,7 +158,7 @@ private:
 }  // namespace
 
 CFont* GetSystemFont() {
-    // Never freed: a host may draw until its very end.
+    // Never freed, because a host may draw until it exits.
     static auto* const pFont = new CFont(kSystemFontHeight, kFontBold);
     return pFont;
 }

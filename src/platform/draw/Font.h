@@ -10,7 +10,8 @@ namespace veldan {
 
 class FontFace;
 
-/// Reads the list of the system's fonts, which takes some milliseconds, so that the first text needn't wait for it.
+/// Reads the list of the system's fonts, which takes some milliseconds, so that the first text doesn't have to wait for
+/// it.
 VELDAN_PLATFORM_API void PrepareText();
 
 enum class Underline { No, Yes };
@@ -45,8 +46,8 @@ public:
     CFont(int height, int weight, Underline underline = Underline::No, std::string_view face = {}) {
         CreateFont(height, weight, underline, face);
     }
-    /// A positive height is that of a line in pixels, a negative one that of the letters without the room above them; 0
-    /// chooses a line of 16. An empty face name means the default sans-serif face.
+    /// A positive height is that of a line in pixels, a negative one that of the letters without the space above them;
+    /// 0 means a line of 16. An empty face name means the default sans-serif face.
     void CreateFont(int height, int weight, Underline underline = Underline::No, std::string_view face = {});
     /// A face name without its closing NUL is cut.
     void CreateFontIndirect(const LOGFONT& description);
@@ -57,10 +58,10 @@ public:
     /// What the font was made from; all zeros while none was created.
     [[nodiscard]] const LOGFONT& GetLogFont() const { return m_lf; }
 
-    /// Height of a line in pixels.
+    /// The height of a line in pixels.
     [[nodiscard]] int LineHeight() const;
 
-    /// For the text code of this folder; null while no font was created.
+    /// For the text code of this folder; null if no font was created.
     [[nodiscard]] const std::shared_ptr<FontFace>& Face() const { return m_face; }
     [[nodiscard]] bool IsUnderlined() const { return m_underline == Underline::Yes; }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr int kDefaultHeight = 16;
 constexpr int kLargestHeight = 1024;
 
-// Size at which a font is asked for its proportions, in pixels.
+// The size at which a font's proportions are measured, in pixels.
 constexpr int kMeasuringSize = 1024;
 
 constexpr int kUnbroken = -1;
@@ -27,14 +27,14 @@ constexpr gunichar kLastAscii = 0x7f;
 constexpr std::string_view kPrintable =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 !\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
 
-// Nobody sees more of a paragraph than this, and laying it out would take a while.
+// Nobody sees more of a paragraph, and laying it out would take a while.
 constexpr std::size_t kLongestParagraph = 8192;
 
-// What is larger is drawn by the library, which leaves out what can't be seen.
+// Longer texts are drawn by the library, which leaves out what can't be seen.
 constexpr std::size_t kLongestPlain = 1024;
 constexpr int kTallestPlain = 64;
 
-// Faces that nobody has selected are forgotten when there are more than these.
+// If there are more faces, those that aren't in use are freed.
 constexpr std::size_t kKeptFaces = 64;
 
 constexpr const char* kDefaultFamilies = "Tahoma, Liberation Sans, DejaVu Sans, sans-serif";
@@ -61,7 +61,7 @@ std::string Presentable(std::string_view text, Tabs tabs) {
     return result;
 }
 
-// Whether the library may look for a font of its own for the character, which it forgets again.
+// Whether the library may search for a special font for the character, which it doesn't remember.
 bool MayBeEmoji(gunichar character) {
     constexpr gunichar kVariation = 0xfe0f;
     return (character >= 0x203c && character < 0x2c00) || (character >= 0x1f000 && character < 0x20000) ||
@@ -84,7 +84,7 @@ Proportions Measure(PangoContext* context, PangoFontDescription* description) {
     return result;
 }
 
-// A mask without the rows and columns at its sides that cover nothing.
+// The mask without rows and columns at its sides that cover nothing.
 TextMask Cropped(const TextMask& mask) {
     CRect box = {mask.box.right, mask.box.bottom, mask.box.left, mask.box.top};
     for (int y = mask.box.top; y < mask.box.bottom; ++y) {
@@ -105,7 +105,7 @@ TextMask Cropped(const TextMask& mask) {
     return cropped;
 }
 
-// Has the drawing library draw the letter, without a colour.
+// Lets the drawing library draw the letter, without a colour.
 TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     cairo_scaled_font_t* scaled = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font));
     cairo_glyph_t glyph{number, 0, 0};
@@ -114,7 +114,7 @@ TextMask MakeMask(PangoFont* font, PangoGlyph number) {
     const CRect box = {static_cast<int>(std::floor(extents.x_bearing)), static_cast<int>(std::floor(extents.y_bearing)),
                        static_cast<int>(std::ceil(extents.x_bearing + extents.width)),
                        static_cast<int>(std::ceil(extents.y_bearing + extents.height))};
-    // Smoothed edges reach a little further.
+    // Antialiased edges extend a little further.
     TextMask mask(box.Inflate(1, 1));
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, mask.box.Width(), mask.box.Height());
     if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
@@ -170,7 +170,7 @@ FontFace::FontFace(FontTraits traits) : m_traits(std::move(traits)) {
     }
 }
 
-// The size that the letters have then.
+// Returns the resulting size of the letters.
 double FontFace::SetSize(const Proportions& proportions) {
     const int height = m_traits.height;
     const double size = height > 0 ? height / (proportions.ascent + proportions.descent) : -height;
@@ -182,7 +182,7 @@ double FontFace::SetSize(const Proportions& proportions) {
 // True once the face can lay out text.
 bool FontFace::Start() {
     PangoContext* context = m_layout ? nullptr : GetTextContext();
-    // Fonts are looked for twice: to measure the letters, and at the size that they have.
+    // There are two searches for fonts: to measure the letters, and at the final size.
     if (!context || !CanSearchFonts(2)) {
         return m_layout != nullptr;
     }
@@ -218,8 +218,8 @@ FontFace::~FontFace() {
     g_clear_pointer(&m_plainGlyphs, pango_glyph_string_free);
 }
 
-// Plain text is shaped as the layout would do it once it knew font, script and direction of the text. These are the
-// same for every text of printable ASCII characters, if the first font has them all, so they are found out once.
+// Plain text is shaped as the layout would do it after determining font, script and direction. These are the same for
+// every text of printable ASCII characters if the first font has them all, so they are determined once.
 void FontFace::PreparePlainText(PangoContext* context) {
     const PangoFontDescription* description = pango_layout_get_font_description(m_layout);
     PangoAttrList* attributes = pango_attr_list_new();
@@ -234,7 +234,7 @@ void FontFace::PreparePlainText(PangoContext* context) {
     pango_attr_list_unref(attributes);
 }
 
-// A text without a letter has no script of its own.
+// A text without letters has no script of its own.
 bool FontFace::IsPlain(std::string_view text) const {
     return m_plainItem && text.size() <= kLongestPlain && LineHeight() <= kTallestPlain &&
            std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) &&
@@ -249,7 +249,7 @@ void FontFace::LayOutPlain(std::string_view text) {
 }
 
 std::shared_ptr<FontFace> FontFace::Get(const FontTraits& traits) {
-    // Never freed: device contexts and fonts of a host may outlive every other static object.
+    // Never freed, because device contexts and fonts of a host may outlive all other static objects.
     static auto& faces = *new std::map<FontTraits, std::shared_ptr<FontFace>>;
     const auto found = faces.find(traits);
     if (found != faces.end()) {
@@ -279,7 +279,7 @@ const std::vector<TextLine>& FontFace::LayOut(std::string_view paragraph, int wi
     return m_lines;
 }
 
-// Whether the library has its fonts for all of the text, or threads to look for them.
+// Whether the library has fonts for all of the text, or can start threads to find them.
 bool FontFace::CanShape(const std::string& text) {
     std::set<int> added;
     bool hasEmoji = false;
@@ -317,7 +317,7 @@ bool FontFace::LayOutAny(const std::string& text, int width) {
 CRect FontFace::InkOf(const TextLine& line) {
     PangoRectangle ink;
     pango_layout_line_get_pixel_extents(line.line, &ink, nullptr);
-    // Smoothed edges reach a little further.
+    // Antialiased edges extend a little further.
     return CRect::FromSize({ink.x, ink.y}, {ink.width, ink.height}).Inflate(2, 2);
 }
 

@@ -21,7 +21,7 @@ struct _PangoContext;
 
 namespace veldan {
 
-/// What tells one face from another; underlines are drawn by hand and aren't part of it.
+/// What distinguishes faces. Underlines aren't part of it, because they are drawn separately.
 struct FontTraits {
     int height = 0;  ///< As in CFont::CreateFont.
     int weight = 400;
@@ -35,40 +35,42 @@ enum class Tabs { Blank, Stops };
 
 /// One line of text that is ready to be drawn. Points into the face's layout: good until the face lays out other text.
 struct TextLine {
-    _PangoLayoutLine* line = nullptr;  ///< Null for a line of plain text, whose glyphs the face has.
+    _PangoLayoutLine* line = nullptr;  ///< Null for a line of plain text, of which the face has the glyphs.
     int width = 0;
 };
 
-/// How far letters reach above and below the base line, for a size of 1.
+/// How far letters extend above and below the base line, for a size of 1.
 struct Proportions {
     double ascent = 0.8;
     double descent = 0.2;
 };
 
-/// How much of each pixel letters cover, row by row. Each row ends with zeros up to a whole number of blocks, and one
-/// more block of them stands behind the last.
+/// How much of each pixel is covered by letters, row by row. Each row is padded with zeros to a whole number of blocks,
+/// and one more block of zeros follows the last row.
 struct TextMask {
     static constexpr std::size_t kBlock = 16;
 
-    CRect box;  ///< Around the point on the base line where the text begins.
+    CRect box;  ///< Relative to the point on the base line where the text begins.
     std::size_t stride = 0;
     std::vector<std::uint8_t> coverage;
 
     TextMask() = default;
-    /// One that covers nothing.
+    /// A mask that covers nothing.
     explicit TextMask(const CRect& around);
 
-    /// Of a point in the box.
+    /// The index of a point in the box.
     [[nodiscard]] std::size_t IndexOf(CPoint point) const {
         return static_cast<std::size_t>(point.y - box.top) * stride + static_cast<std::size_t>(point.x - box.left);
     }
     [[nodiscard]] bool IsEmpty() const { return box.IsEmpty(); }
 
-    /// Neighbours may share pixels; what they cover of one adds up. The letter's box lies in this one's.
+    /// Adds a letter. Neighbouring letters may share pixels, where their coverage is added up. The letter's box must be
+    /// inside this one.
     void Add(const TextMask& letter, CPoint at);
 };
 
-/// A font at one size. Lays out one text at a time and keeps it, since a text is mostly measured and drawn in a row.
+/// A font at one size. It lays out one text at a time and keeps the result, because a text is usually measured and then
+/// drawn.
 class FontFace {
 public:
     explicit FontFace(FontTraits traits);
@@ -76,11 +78,11 @@ public:
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
 
-    /// The face with these traits, shared with everybody else who has it.
+    /// The face with these traits, which all its users share.
     static std::shared_ptr<FontFace> Get(const FontTraits& traits);
 
     [[nodiscard]] int LineHeight() const { return m_ascent + m_descent; }
-    /// From the top of a line to the line that letters stand on.
+    /// From the top of a line to its base line.
     [[nodiscard]] int Ascent() const { return m_ascent; }
 
     /// Lays out one paragraph, which is broken into lines of this width in pixels, or not broken when it is negative.
@@ -88,12 +90,13 @@ public:
     /// the next call tries again then.
     const std::vector<TextLine>& LayOut(std::string_view paragraph, int width, Tabs tabs = Tabs::Blank);
 
-    /// Around all that is drawn of a line that isn't plain text, from the point where it begins on the base line.
+    /// The rectangle of everything that is drawn of a line that isn't plain text, relative to the point where it begins
+    /// on the base line.
     [[nodiscard]] static CRect InkOf(const TextLine& line);
-    /// Draws a line that isn't plain text in the current colour, its left end on the base line at this point.
+    /// Draws a line that isn't plain text in the current colour, with its left end on the base line at this point.
     static void Draw(_cairo* target, const TextLine& line, CPoint at);
-    /// The line of plain text, which is the one that was laid out last. Made of letters that the drawing library has
-    /// drawn once, in a small part of the time that it takes for a line.
+    /// The mask of the text that was laid out last, which must be a line of plain text. It is composed of letters that
+    /// the drawing library has drawn once, in a small part of the time that drawing a line takes.
     [[nodiscard]] TextMask PlainMask();
 
 private:
@@ -108,11 +111,11 @@ private:
     bool LayOutAny(const std::string& text, int width);
 
     FontTraits m_traits;
-    _PangoLayout* m_layout = nullptr;   // null until the face is started
-    std::set<int> m_scripts;            // for which the library has found fonts
-    _PangoItem* m_plainItem = nullptr;  // null where the font lacks some letter of plain text
+    _PangoLayout* m_layout = nullptr;   // null until the first text
+    std::set<int> m_scripts;            // for which fonts have been found
+    _PangoItem* m_plainItem = nullptr;  // null if the font lacks a letter of plain text
     _PangoGlyphString* m_plainGlyphs = nullptr;
-    std::unordered_map<std::uint32_t, TextMask> m_masks;  // by the font's number of the letter
+    std::unordered_map<std::uint32_t, TextMask> m_masks;  // by the letter's number in the font
     int m_ascent = 0;
     int m_descent = 0;
     std::string m_text;

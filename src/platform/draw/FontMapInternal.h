@@ -6,14 +6,15 @@ struct _PangoContext;
 
 namespace veldan {
 
-/// Whether the text library may look for so many fonts. It does so on threads of its own, at its start, for each new
-/// font and for each script that a font meets; without room for a thread or for its memory, the process would end.
+/// Whether the text library can carry out this number of searches for fonts. It searches on threads of its own when it
+/// starts, for each new font and for each script that is new to a font; if it can't start a thread or lacks the memory
+/// for one, it ends the process.
 [[nodiscard]] bool CanSearchFonts(std::size_t searches);
 
-/// What all text is laid out with; started at the first call and never ended, since the text library can't be started
-/// twice. Null where the system has no font at all, and for as long as it has no threads to spare.
+/// The context in which all text is laid out. It is created at the first call and never destroyed, because the text
+/// library can't be started twice. Null if the system has no fonts at all, and as long as it can't start threads.
 ///
-/// The environment variable VELDAN_FONT_CONFIG names a font configuration file to use in place of the person's own.
+/// The environment variable VELDAN_FONT_CONFIG names a font configuration file that is used instead of the user's.
 [[nodiscard]] _PangoContext* GetTextContext();
 
 }  // namespace veldan

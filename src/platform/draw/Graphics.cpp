@@ -32,7 +32,7 @@ CRect Around(const RectF& rect) {
             static_cast<int>(std::ceil(rect.x + rect.width)), static_cast<int>(std::ceil(rect.y + rect.height))};
 }
 
-// Cuts one direction of the source to the image, and the same share of the destination.
+// Clips one direction of the source to the image, and the destination in proportion.
 void CutToImage(float& source, float& sourceSize, float& target, float& targetSize, int imageSize) {
     const float scale = targetSize / sourceSize;
     const float start = std::max(source, 0.0F);
@@ -55,7 +55,7 @@ std::unique_ptr<Surface> CopyPart(const Surface& image, const CRect& part, const
     return copy;
 }
 
-// Blends a part of a picture pixel by pixel, its left top corner at a point of the context's surface.
+// Blends a part of a picture pixel by pixel, with its top left corner at a point of the context's surface.
 void DrawUnscaled(DeviceContext& context, const Surface& picture, const CRect& source, CPoint at) {
     Surface& target = *context.surface;
     const CPoint shift = source.TopLeft() - at;
@@ -69,8 +69,8 @@ void DrawUnscaled(DeviceContext& context, const Surface& picture, const CRect& s
     target.EndPixels();
 }
 
-// Draws the part `source` of a picture into `destination` on the context's surface. Nothing outside of the picture
-// shines in at its sides.
+// Draws the part `source` of a picture into `destination` on the context's surface. Pixels outside the picture don't
+// influence its edges.
 void DrawScaled(DeviceContext& context, Surface& picture, const RectF& source, const RectF& destination) {
     cairo_t* target = cairo_create(context.surface->Cairo());
     context.ForEachPart(Around(destination), [&](const CRect& part) {

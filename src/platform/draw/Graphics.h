@@ -11,7 +11,7 @@ namespace veldan {
 
 class CDC;
 
-/// A rectangle with sides in fractions of pixels.
+/// A rectangle in fractions of pixels.
 struct RectF {
     float x = 0;
     float y = 0;
@@ -19,7 +19,7 @@ struct RectF {
     float height = 0;
 };
 
-/// What happens to the colours of an image while it is drawn.
+/// How the colours of an image are changed while it is drawn.
 class VELDAN_PLATFORM_API ImageAttributes {
 public:
     void SetColorMatrix(const ColorMatrix& matrix) { m_matrix = matrix; }
@@ -29,21 +29,21 @@ private:
     std::optional<ColorMatrix> m_matrix;
 };
 
-/// Draws images and gradients on a device context, which must live longer. Uses the context's logical coordinates and
-/// clip. The last status is kept and nothing else is done about it.
+/// Draws images and gradients on a device context, which must outlive the object, with the context's logical
+/// coordinates and clip. The status of the last operation can be queried; otherwise it is ignored.
 class VELDAN_PLATFORM_API Graphics {
 public:
     explicit Graphics(CDC& dc) : m_dc(dc) {}
 
-    /// Stretches the source rectangle of the image into the destination, blended by its alpha over what is there. Parts
-    /// of the source rectangle outside of the image draw nothing. Without scaling, pixels are drawn as they are.
+    /// Stretches the source rectangle of the image to the destination and blends it over what is there. Where the
+    /// source rectangle is outside the image, nothing is drawn. Without scaling, pixels are copied exactly.
     DrawStatus DrawImageRectRect(Image* pImage, const RectF& destination, const RectF& source,
                                  const ImageAttributes* pAttributes = nullptr);
 
-    /// Fills a rectangle with colours that run down from `top` at y = 0 to `bottom` at y = `height`, over and over.
+    /// Fills a rectangle with a gradient from `top` at y = 0 to `bottom` at y = `height`, repeated.
     DrawStatus FillVerticalGradient(const RectF& rect, int height, COLORREF top, COLORREF bottom);
 
-    /// The status of the last operation; reading it sets it back to Ok.
+    /// The status of the last operation; reading it resets it to Ok.
     DrawStatus GetLastStatus();
 
 private:

@@ -35,7 +35,7 @@ std::unique_ptr<Image> Image::FromBytes(std::string&& bytes, int mostPixels) {
 }
 
 std::unique_ptr<Image> Image::FromBytes(std::string_view bytes) {
-    // What is too large to be an image isn't worth a copy.
+    // Bytes that are too large for an image aren't worth copying.
     return FromBytes(std::string(bytes.substr(0, kLargestFile + 1)));
 }
 

@@ -18,7 +18,7 @@ constexpr std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t factor) {
     return ScalePair(pixel, factor) | ScalePair(pixel >> 8, factor) << 8;
 }
 
-// Two pixels, and their channels with room for products.
+// Two pixels, and their channels in a type that can hold products.
 using PairBytes [[gnu::vector_size(8)]] = std::uint8_t;
 using Pair [[gnu::vector_size(16)]] = std::uint16_t;
 
@@ -33,13 +33,13 @@ void StorePair(std::uint32_t* pixels, Pair pair) {
     std::memcpy(pixels, &bytes, sizeof bytes);
 }
 
-// Each of two numbers for all four channels of its pixel.
+// Each of two numbers, repeated for all four channels of its pixel.
 Pair ForEachChannel(std::uint64_t first, std::uint64_t second) {
     using Halves [[gnu::vector_size(16)]] = std::uint64_t;
     return reinterpret_cast<Pair>(Halves{first, second} * 0x0001000100010001);
 }
 
-// As ScalePixel, with a factor for each channel.
+// Like ScalePixel, with a factor for each channel.
 Pair Scale(Pair pair, Pair factors) {
     const Pair product = pair * factors + 0x80;
     return (product + (product >> 8)) >> 8;
@@ -49,14 +49,15 @@ constexpr float ChannelOf(std::uint32_t pixel, int shift) {
     return static_cast<float>(pixel >> shift & 0xff);
 }
 
-// A channel from 0 to 1 as an integer from 0 to 255, `alpha` already as an integer in floating point.
+// Converts a channel from the range 0 to 1 to an integer from 0 to 255; `alpha` is already converted, but in floating
+// point.
 std::uint32_t ToChannel(float value, float alpha) {
     return static_cast<std::uint32_t>(std::clamp(value, 0.0F, 1.0F) * alpha + 0.5F);
 }
 
 std::uint32_t TransformPixel(std::uint32_t pixel, const ColorMatrix& m) {
     const float sourceAlpha = ChannelOf(pixel, 24);
-    // Premultiplied channels divided by alpha are the true colours, from 0 to 1.
+    // Premultiplied channels divided by alpha give the true colours, from 0 to 1.
     const float scale = sourceAlpha > 0 ? 1 / sourceAlpha : 0;
     const float a = sourceAlpha / 255;
     const float r = ChannelOf(pixel, 16) * scale;
@@ -94,7 +95,7 @@ void BlendMask(std::uint32_t* target, const std::uint8_t* mask, std::size_t coun
         StorePair(target + i, Scale(above, coverage) + Scale(LoadPair(target + i), 255 - coverage));
     };
     std::size_t i = 0;
-    // Letters leave most of a row free.
+    // Letters cover only a small part of a row.
     for (std::uint64_t eight = 0; i + sizeof eight <= count; i += sizeof eight) {
         std::memcpy(&eight, mask + i, sizeof eight);
         for (std::size_t k = 0; eight != 0 && k < sizeof eight; k += 2) {

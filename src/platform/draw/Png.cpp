@@ -18,25 +18,25 @@ using namespace std::string_view_literals;
 
 constexpr std::uint32_t kLongestSide = 8192;
 constexpr std::uint64_t kMostPixels = 16 * 1024 * 1024;
-// Rows of an interlaced picture are worked on seven times.
+// An interlaced picture is processed in seven passes.
 constexpr std::uint64_t kMostInterlacedPixels = 1024 * 1024;
-// Unpacking more than this takes longer than a person should wait for a picture that then turns out to be damaged.
+// Unpacking more would take longer than the user should wait for a picture that may turn out to be damaged.
 constexpr std::uint64_t kMostData = 12 * 1024 * 1024;
-// The most that one byte of compressed data can stand for.
+// The largest number of bytes that one byte of compressed data can represent.
 constexpr std::uint64_t kBestCompression = 1032;
-// Files in more chunks than this are made to keep a decoder busy.
+// Files with more chunks are made to keep a decoder busy.
 constexpr int kMostChunks = 4096;
-// So are data in more blocks than these: some for every picture, and one more for each stretch of its rows. Encoders
-// begin a new block after many thousand bytes.
+// So are data with more blocks than these: some for every picture, and one more for a certain number of bytes. Encoders
+// begin a new block only after many thousand bytes.
 constexpr std::size_t kFreeBlocks = 256;
 constexpr std::size_t kShortestBlock = 2048;
 
 constexpr std::string_view kSignature = "\x89PNG\r\n\x1a\n"sv;
 constexpr std::string_view kEnd = "\0\0\0\0IEND\xae\x42\x60\x82"sv;
-constexpr std::size_t kChunkFrame = 12;  // length, name and check sum
+constexpr std::size_t kChunkFrame = 12;  // length, name and checksum
 constexpr std::size_t kHeaderSize = 13;
 
-/// The header of a PNG file, as far as it decides about decoding.
+/// What the header of a PNG file says about decoding it.
 struct Header {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
@@ -53,7 +53,7 @@ std::uint32_t CheckSum(std::string_view bytes) {
     return static_cast<std::uint32_t>(crc32(0, AsBytes(bytes), static_cast<uInt>(bytes.size())));
 }
 
-// The number of four bytes at a place, the highest first.
+// The big-endian number of four bytes at an offset.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
     std::uint32_t number = 0;
     for (const char byte : bytes.substr(offset, 4)) {
@@ -64,13 +64,13 @@ std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
 
 struct Chunk {
     std::string_view name;
-    std::string_view data;  ///< Right after the name.
+    std::string_view data;  ///< Directly after the name.
     std::uint32_t checkSum = 0;
 
     [[nodiscard]] bool IsWhole() const { return checkSum == CheckSum({name.data(), name.size() + data.size()}); }
 };
 
-// Takes the first chunk off; nothing where it is cut short.
+// Takes the first chunk; empty if it is incomplete.
 std::optional<Chunk> TakeChunk(std::string_view& bytes) {
     const std::uint32_t length = bytes.size() >= kChunkFrame ? NumberAt(bytes, 0) : 0;
     if (bytes.size() < kChunkFrame || length > bytes.size() - kChunkFrame) {
@@ -81,7 +81,7 @@ std::optional<Chunk> TakeChunk(std::string_view& bytes) {
     return chunk;
 }
 
-// How long the data of the picture is in all chunks up to the end; 0 for a file without an end.
+// The length of the picture's data in all chunks up to the end; 0 for a file without an end.
 std::uint64_t MeasureData(std::string_view chunks) {
     std::uint64_t size = 0;
     for (int count = 0; count < kMostChunks && !chunks.starts_with(kEnd); ++count) {
@@ -119,7 +119,7 @@ int ChannelsOf(int colourType) {
     }
 }
 
-// Bytes that the rows take once they are unpacked, each with one more for its filter.
+// The size of the unpacked rows, each with one more byte for its filter.
 std::uint64_t UnpackedSize(const Header& header) {
     const auto bits = static_cast<unsigned>(std::max(header.bitDepth, 1) * ChannelsOf(header.colourType));
     const auto sizeOf = [&](std::uint64_t width, std::uint64_t height) {
@@ -149,13 +149,13 @@ std::string_view ChunksOf(std::string_view bytes) {
     return bytes.substr(kSignature.size());
 }
 
-// The header of a file that is worth decoding.
+// The header, if the file is reasonable to decode.
 std::optional<Header> ReadReasonableHeader(std::string_view bytes) {
     const std::optional<Header> header = ReadHeader(bytes);
     return header && IsReasonable(*header, MeasureData(ChunksOf(bytes))) ? header : std::nullopt;
 }
 
-// All before the first data.
+// Everything before the first data.
 std::string_view StartOf(std::string_view bytes) {
     std::string_view rest = ChunksOf(bytes);
     while (rest.substr(4, 4) != "IDAT"sv && TakeChunk(rest)) {
@@ -163,16 +163,15 @@ std::string_view StartOf(std::string_view bytes) {
     return bytes.substr(0, bytes.size() - rest.size());
 }
 
-/// What makes the picture: its rows, unpacked, and what stands in the file before its data.
+/// What the picture consists of: its unpacked rows, and what precedes its data in the file.
 struct Parts {
     std::string_view start;
     std::unique_ptr<Bytef[]> rows;
     std::size_t size = 0;
 };
 
-// Unpacks the data as far as the rows go, so that neither the library nor a person ever waits for more; what follows
-// isn't looked at. Null where they are damaged, end before, or are
-// in too many blocks.
+// Unpacks the data only as far as the rows go, so that nobody waits longer than for those; what follows is ignored.
+// Null if the data are damaged, too short or in too many blocks.
 std::unique_ptr<Bytef[]> UnpackRows(std::string_view chunks, std::size_t size) {
     std::unique_ptr<Bytef[]> rows(new (std::nothrow) Bytef[size]);
     z_stream stream = {};
@@ -210,7 +209,7 @@ void AppendBytes(png_structp png, png_bytep source, std::size_t count) {
     static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(source), count);
 }
 
-/// The decoder's or encoder's state; freed outside of the functions that an error jumps out of.
+/// The state of the decoder or encoder, freed outside the functions that an error jumps out of.
 class Codec {
 public:
     Codec() {
@@ -233,7 +232,7 @@ public:
     Codec& operator=(const Codec&) = delete;
 
     png_structp png = nullptr;
-    png_infop info = nullptr;  ///< Null when memory is short.
+    png_infop info = nullptr;  ///< Null if memory is short.
 
 private:
     void Start() { info = png ? png_create_info_struct(png) : nullptr; }
@@ -241,14 +240,14 @@ private:
     bool m_isReader = true;
 };
 
-/// Where the rows of a file go while it is read.
+/// The destination of a file's rows while it is read.
 struct RowTarget {
     Surface& surface;
     bool isInterlaced;
-    bool isWhole = false;  ///< The file was read to its end.
+    bool isWhole = false;  ///< Whether the file was read to its end.
 };
 
-// Asks for rows of 32-bit pixels with straight alpha, whatever the file holds.
+// Requests rows of 32-bit pixels with straight alpha, whatever the file contains.
 void TakeInfo(png_structp png, png_infop info) {
     png_set_expand(png);
     png_set_strip_16(png);
@@ -283,7 +282,7 @@ void Feed(png_structp png, png_infop info, const Bytef* bytes, std::size_t size)
     png_process_data(png, info, const_cast<Bytef*>(bytes), size);
 }
 
-// The rows as data that aren't compressed: a head, blocks with a head each, and two check sums that nobody looks at.
+// Passes the rows as uncompressed data: a header, blocks with a header each, and two checksums that aren't checked.
 void FeedRows(png_structp png, png_infop info, const Bytef* rows, std::size_t size) {
     constexpr std::size_t kLongest = 65535;
     const std::size_t blocks = (size + kLongest - 1) / kLongest;
@@ -305,13 +304,13 @@ void FeedRows(png_structp png, png_infop info, const Bytef* rows, std::size_t si
     Feed(png, info, sums, sizeof sums);
 }
 
-// Errors jump back to the setjmp in here and below, so nothing in these functions may need its destructor.
+// Errors jump back to the setjmp here and below, so no object in these functions may need its destructor.
 bool ReadRows(png_structp png, png_infop info, const Parts& parts, RowTarget& target) {
     if (setjmp(png_jmpbuf(png))) {
         return false;
     }
     png_set_user_limits(png, kLongestSide, kLongestSide);
-    // What only describes the picture isn't even unpacked.
+    // Chunks that only describe the picture aren't even unpacked.
     png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_set_option(png, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
     png_set_progressive_read_fn(png, &target, &TakeInfo, &TakeRow, &TakeEnd);

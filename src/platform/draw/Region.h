@@ -10,7 +10,7 @@ struct _cairo_region;
 
 namespace veldan {
 
-/// A set of pixels made of rectangles; a value type. The empty region is the default.
+/// A set of pixels made of rectangles; a value type. The default is the empty region.
 class VELDAN_PLATFORM_API Region {
 public:
     Region();
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] CRect Bounds() const;
     [[nodiscard]] bool Contains(CPoint point) const;
     [[nodiscard]] bool Intersects(const CRect& rect) const;
-    /// The region as rectangles without overlap, from top to bottom, left to right.
+    /// The rectangles of the region without overlap, from top to bottom and left to right.
     [[nodiscard]] std::vector<CRect> Rects() const;
     bool operator==(const Region& other) const;
 

@@ -28,7 +28,7 @@ std::shared_ptr<Surface> Surface::MakeUnset(CSize size) {
 
 Surface::~Surface() {
     if (m_cairo) {
-        // Somebody may still hold a reference, and must not reach for the pixels any more.
+        // There may still be references, which must not access the pixels any more.
         cairo_surface_finish(m_cairo);
         cairo_surface_destroy(m_cairo);
     }

@@ -12,15 +12,15 @@ struct _cairo_surface;
 
 namespace veldan {
 
-/// A rectangle of 32-bit pixels, 0xAARRGGBB with premultiplied alpha, rows from top to bottom without gaps.
-/// Made by its size, it starts as zeros (transparent black). Sides may be 0; negative ones count as 0, and both are 0
-/// when memory is short. Shared by the device contexts and bitmaps that hold it.
+/// A rectangle of 32-bit pixels, 0xAARRGGBB with premultiplied alpha, in rows from top to bottom without gaps. A new
+/// surface consists of zeros (transparent black). Sides may be 0; negative ones count as 0, and both are 0 if memory is
+/// short. Shared by the device contexts and bitmaps that use it.
 class VELDAN_PLATFORM_API Surface {
 public:
     Surface(int width, int height);
-    /// On memory of somebody else's, for as many pixels, of which it keeps its share.
+    /// Uses existing memory for the pixels and shares its ownership.
     Surface(int width, int height, std::shared_ptr<std::uint32_t[]> pixels);
-    /// With pixels of any values, which the caller sets at once.
+    /// With undefined pixels, which the caller sets at once.
     [[nodiscard]] static std::shared_ptr<Surface> MakeUnset(CSize size);
     ~Surface();
     Surface(const Surface&) = delete;
@@ -37,11 +37,11 @@ public:
     [[nodiscard]] const std::uint32_t* Row(int y) const {
         return m_pixels.get() + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width);
     }
-    /// The pixel at a point, or 0 outside of the surface.
+    /// The pixel at a point; 0 outside the surface.
     [[nodiscard]] std::uint32_t At(int x, int y) const { return Bounds().Contains({x, y}) ? Row(y)[x] : 0; }
 
-    /// The same pixels for the drawing library; made at the first call, owned by the surface. Whoever touches the rows
-    /// directly in between calls BeginPixels before and EndPixels after.
+    /// The same pixels for the drawing library, created at the first call and owned by the surface. Code that accesses
+    /// the rows directly after that calls BeginPixels before and EndPixels afterwards.
     [[nodiscard]] _cairo_surface* Cairo();
     void BeginPixels();
     void EndPixels();
