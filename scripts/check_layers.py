@@ -29,13 +29,14 @@ MAY_INCLUDE = {
 LAYER = set(MAY_INCLUDE) - {"platform/debug"} - {"platform/display/memory", "platform/display/x11"}
 MAY_INCLUDE |= {
     "storage": {"platform/core"},
+    "profile": {"platform/core", "storage"},
     # Embedded dialog templates are made of the dialogs' own types.
     "resources": {"platform/core", "platform/resource", "platform/dialog"},
     "AplCommon": LAYER | {"storage"},
     "controls": LAYER | {"storage", "resources"},
     "dialogs": LAYER | {"storage", "resources", "AplCommon", "controls"},
-    "editor": LAYER | {"storage", "resources", "AplCommon", "controls", "dialogs"},
-    "menu": LAYER | {"storage", "resources", "AplCommon", "controls", "dialogs", "editor"},
+    "editor": LAYER | {"storage", "profile", "resources", "AplCommon", "controls", "dialogs"},
+    "menu": LAYER | {"storage", "profile", "resources", "AplCommon", "controls", "dialogs", "editor"},
 }
 
 # The only file that knows every kind of display.

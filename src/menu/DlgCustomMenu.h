@@ -129,7 +129,6 @@ private:
     void LoadRows(const CIniDocument& index, MenuItem* pGroup, const CString& strPath);
     void LoadRow(MenuItem* pGroup, RowFiles row, int number);
     void FinishIcon(CGPMenuButton& button, const CString& path, bool isRead);
-    static void ReadProfileText(std::string_view profile, MenuItem* pItem);
     void InsertItem(std::unique_ptr<MenuItem> pItem);
     void RemoveItem(const CString& strKey);
     [[nodiscard]] int MostRowsOf(const CString& strFolder) const;

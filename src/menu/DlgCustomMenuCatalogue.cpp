@@ -3,6 +3,7 @@
 #include "platform/core/FolderSnapshot.h"
 #include "platform/core/Path.h"
 #include "platform/core/ReadAhead.h"
+#include "profile/ProfileText.h"
 #include "resources/Dialogs.h"
 #include "storage/IniDocument.h"
 #include "storage/Log.h"
@@ -16,9 +17,6 @@ namespace {
 
 constexpr const char* kLogSource = "DlgCustomMenu";
 constexpr std::string_view kSection = "Order";
-
-/// Names stand at the top of a profile; what is larger than any profile isn't read through.
-constexpr std::int64_t kMostProfileBytes = 256LL * 1024;
 
 /// One byte more than an icon may have tells that a file is none.
 constexpr std::int64_t kMostIconFileBytes = Image::kLargestFile + 1;
@@ -57,17 +55,6 @@ void ShowNeutralIcon(CGPMenuButton& button) {
     if (!button.HasImage() && (!button.GetCaption().empty() || !button.GetDescription().empty())) {
         button.LoadImageResource(button.GetKind() == 1 ? kNeutralRowIconId : kNeutralGroupIconId, "PNG");
     }
-}
-
-/// The value of an element that fills its line, if it is this one.
-bool TakeValue(std::string_view line, std::string_view start, CString& strValue) {
-    constexpr std::size_t kEndLength = 3;  // of the closing "/>
-    if (!line.starts_with(start)) {
-        return false;
-    }
-    line.remove_prefix(start.size());
-    strValue = line.substr(0, line.size() - std::min(line.size(), kEndLength));
-    return true;
 }
 
 }  // namespace
@@ -213,7 +200,7 @@ void CDlgCustomMenu::LoadRows(const CIniDocument& index, MenuItem* pGroup, const
         row.strIconPath = PathIn(strPath, row.strPng);
         const bool isShort = row.strIconPath.size() <= Image::kLongestPath;
         requests.push_back({isShort ? row.strIconPath : CString(), FileAccess::Read, kMostIconFileBytes});
-        requests.push_back({PathIn(strPath, row.strXml), FileAccess::ReadIfWritable, kMostProfileBytes});
+        requests.push_back({PathIn(strPath, row.strXml), FileAccess::ReadIfWritable, kMostScannedBytes});
     }
     ReadAhead files(std::move(requests));
     for (std::size_t k = 0; k < rows.size(); ++k) {
@@ -245,7 +232,9 @@ void CDlgCustomMenu::LoadRow(MenuItem* pGroup, RowFiles row, int number) {
     button.m_pfnRightClick = OnItemRightClick;
     LogMessage({kLogSource, __LINE__}, "m_mapLevel2Menu add strKey=%s", KeyOf(pItem->m_iID).c_str());
     if (row.profile) {
-        ReadProfileText(*row.profile, pItem.get());
+        ProfileText text = ReadProfileText(*row.profile);
+        pItem->m_strName = std::move(text.name).value_or("");
+        pItem->m_strComment = std::move(text.comment).value_or("");
     }
     button.SetCaption(pItem->m_strName);
     button.SetDescription(pItem->m_strComment);
@@ -260,19 +249,6 @@ void CDlgCustomMenu::FinishIcon(CGPMenuButton& button, const CString& path, bool
         button.DropImage();
     }
     m_nIconBytes += button.GetImageBytes();
-}
-
-/// A scan of lines rather than a parser: both elements fill a line, and their values are shown as they stand.
-void CDlgCustomMenu::ReadProfileText(std::string_view profile, MenuItem* pItem) {
-    for (int hits = 0; hits < 2 && !profile.empty();) {
-        const std::size_t end = std::min(profile.find('\n'), profile.size());
-        const std::string_view line = Trim(profile.substr(0, end));
-        if (TakeValue(line, "<ProfileName value=\"", pItem->m_strName) ||
-            TakeValue(line, "<ProfileComment value=\"", pItem->m_strComment)) {
-            ++hits;
-        }
-        profile.remove_prefix(std::min(end + 1, profile.size()));
-    }
 }
 
 /// Two groups of one name give the same ids; the later entry then takes the place of the earlier one.
